@@ -1,0 +1,20 @@
+# Source lists, one variable per library. Paths are relative to the root.
+
+# Pattern engine: platform-free, no <windows.h>.
+set(KM_SEARCH_SOURCES
+)
+
+# Pure pieces of the application: platform-free, no <windows.h>.
+set(KM_CORE_SOURCES
+)
+
+# The class library (Windows only).
+set(KM_FRAMEWORK_SOURCES
+)
+
+# The application's window code (Windows only), all but the entry.
+set(KM_APP_SOURCES
+)
+
+set(KM_RESOURCE_FILES
+)
