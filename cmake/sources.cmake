@@ -10,6 +10,14 @@ set(KM_CORE_SOURCES
 
 # The class library (Windows only).
 set(KM_FRAMEWORK_SOURCES
+  framework/Exception.cpp
+  framework/File.cpp
+  framework/FrameWnd.cpp
+  framework/GdiObjects.cpp
+  framework/Object.cpp
+  framework/String.cpp
+  framework/WinApp.cpp
+  framework/Wnd.cpp
 )
 
 # The application's window code (Windows only), all but the entry.

@@ -1,0 +1,149 @@
+#include "framework/FrameWnd.h"
+
+#include "framework/WinApp.h"
+
+IMPLEMENT_DYNAMIC(CFrameWnd, CWnd)
+IMPLEMENT_DYNAMIC(CMDIFrameWnd, CFrameWnd)
+IMPLEMENT_DYNAMIC(CMDIChildWnd, CFrameWnd)
+
+// --- CFrameWnd
+
+bool CFrameWnd::Create(const char* className, const char* title, DWORD style, const RECT& rect,
+                       HWND parent, HMENU menu)
+{
+    return CreateEx(0, className, title, style, rect.left, rect.top, rect.right - rect.left,
+                    rect.bottom - rect.top, parent, menu);
+}
+
+LRESULT CFrameWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = CWnd::WindowProc(message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+        CWinApp* app = KmGetApp();
+        if (app && app->m_pMainWnd == this) {
+            app->m_pMainWnd = nullptr;
+            ::PostQuitMessage(0);
+        }
+    }
+    return result;
+}
+
+void CFrameWnd::PostNcDestroy() { delete this; }
+
+// --- CMDIFrameWnd
+
+CMDIChildWnd* CMDIFrameWnd::MDIGetActive(BOOL* maximized) const
+{
+    if (!m_hWndMDIClient)
+        return nullptr;
+    HWND child = reinterpret_cast<HWND>(
+        ::SendMessageA(m_hWndMDIClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(maximized)));
+    CWnd* wnd = CWnd::FromHandle(child);
+    return wnd && wnd->IsKindOf(RUNTIME_CLASS(CMDIChildWnd)) ? static_cast<CMDIChildWnd*>(wnd)
+                                                             : nullptr;
+}
+
+void CMDIFrameWnd::MDIActivate(HWND child) const
+{
+    ::SendMessageA(m_hWndMDIClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
+}
+
+void CMDIFrameWnd::MDITile(UINT how) const { ::SendMessageA(m_hWndMDIClient, WM_MDITILE, how, 0); }
+
+void CMDIFrameWnd::MDICascade() const { ::SendMessageA(m_hWndMDIClient, WM_MDICASCADE, 0, 0); }
+
+void CMDIFrameWnd::MDIIconArrange() const
+{
+    ::SendMessageA(m_hWndMDIClient, WM_MDIICONARRANGE, 0, 0);
+}
+
+HMENU CMDIFrameWnd::MDISetMenu(HMENU frameMenu, HMENU windowMenu) const
+{
+    HMENU old = reinterpret_cast<HMENU>(::SendMessageA(m_hWndMDIClient, WM_MDISETMENU,
+                                                       reinterpret_cast<WPARAM>(frameMenu),
+                                                       reinterpret_cast<LPARAM>(windowMenu)));
+    ::DrawMenuBar(m_hWnd);
+    return old;
+}
+
+bool CMDIFrameWnd::CreateClient(const CREATESTRUCTA* cs, HMENU windowMenu)
+{
+    CLIENTCREATESTRUCT ccs;
+    ccs.hWindowMenu = windowMenu;
+    ccs.idFirstChild = 0xFF00;
+    m_hWndMDIClient = ::CreateWindowExA(
+        WS_EX_CLIENTEDGE, "MDICLIENT", nullptr,
+        WS_CHILD | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL | WS_VISIBLE, 0, 0, cs->cx, cs->cy,
+        m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(0xE900)), KmGetInstanceHandle(),
+        &ccs);
+    return m_hWndMDIClient != nullptr;
+}
+
+LRESULT CMDIFrameWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_CREATE) {
+        if (!CreateClient(reinterpret_cast<const CREATESTRUCTA*>(lParam), nullptr))
+            return -1;
+    }
+    return CFrameWnd::WindowProc(message, wParam, lParam);
+}
+
+bool CMDIFrameWnd::OnCommand(WPARAM wParam, LPARAM lParam)
+{
+    UINT id = LOWORD(wParam);
+    if ((id & 0xF000) == 0xF000)
+        return false; // the window list and system commands
+    if (lParam == 0) {
+        if (CMDIChildWnd* child = MDIGetActive())
+            if (child->OnCmdMsg(id, HIWORD(wParam)))
+                return true;
+    }
+    return CWnd::OnCommand(wParam, lParam);
+}
+
+LRESULT CMDIFrameWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return ::DefFrameProcA(m_hWnd, m_hWndMDIClient, message, wParam, lParam);
+}
+
+bool CMDIFrameWnd::PreTranslateMessage(MSG* msg)
+{
+    return m_hWndMDIClient && ::TranslateMDISysAccel(m_hWndMDIClient, msg);
+}
+
+// --- CMDIChildWnd
+
+bool CMDIChildWnd::Create(const char* className, const char* title, DWORD style,
+                          const RECT& rect, CMDIFrameWnd* parent)
+{
+    m_pMDIFrame = parent;
+    MDICREATESTRUCTA mcs;
+    mcs.szClass = className;
+    mcs.szTitle = title;
+    mcs.hOwner = KmGetInstanceHandle();
+    mcs.x = rect.left;
+    mcs.y = rect.top;
+    mcs.cx = rect.right - rect.left;
+    mcs.cy = rect.bottom - rect.top;
+    mcs.style = style;
+    mcs.lParam = 0;
+
+    KmSetWndInit(this);
+    HWND hwnd = reinterpret_cast<HWND>(::SendMessageA(parent->m_hWndMDIClient, WM_MDICREATE, 0,
+                                                      reinterpret_cast<LPARAM>(&mcs)));
+    KmSetWndInit(nullptr);
+    return hwnd != nullptr && m_hWnd == hwnd;
+}
+
+void CMDIChildWnd::MDIDestroy()
+{
+    ::SendMessageA(m_pMDIFrame->m_hWndMDIClient, WM_MDIDESTROY, reinterpret_cast<WPARAM>(m_hWnd),
+                   0);
+}
+
+LRESULT CMDIChildWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return ::DefMDIChildProcA(m_hWnd, message, wParam, lParam);
+}
+
+void CMDIChildWnd::PostNcDestroy() { delete this; }

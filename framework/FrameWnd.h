@@ -1,0 +1,57 @@
+// Frame windows: the top-level frame, the multiple-document frame with its
+// client, and the multiple-document child.
+#pragma once
+#include "framework/Wnd.h"
+
+class CFrameWnd : public CWnd {
+    DECLARE_DYNAMIC(CFrameWnd)
+public:
+    bool Create(const char* className, const char* title, DWORD style, const RECT& rect,
+                HWND parent = nullptr, HMENU menu = nullptr);
+
+protected:
+    // The frame owns its object; the main window's end ends the loop.
+    void PostNcDestroy() override;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+};
+
+class CMDIChildWnd;
+
+class CMDIFrameWnd : public CFrameWnd {
+    DECLARE_DYNAMIC(CMDIFrameWnd)
+public:
+    HWND m_hWndMDIClient = nullptr;
+
+    CMDIChildWnd* MDIGetActive(BOOL* maximized = nullptr) const;
+    void MDIActivate(HWND child) const;
+    void MDITile(UINT how) const;
+    void MDICascade() const;
+    void MDIIconArrange() const;
+    HMENU MDISetMenu(HMENU frameMenu, HMENU windowMenu) const;
+
+    // Commands reach the active child's maps first, then the frame's; ids
+    // of the system range go to the default procedure.
+    bool OnCommand(WPARAM wParam, LPARAM lParam) override;
+
+protected:
+    // Creates the client window; windowMenu receives the window list.
+    virtual bool CreateClient(const CREATESTRUCTA* cs, HMENU windowMenu);
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool PreTranslateMessage(MSG* msg) override;
+};
+
+class CMDIChildWnd : public CFrameWnd {
+    DECLARE_DYNAMIC(CMDIChildWnd)
+public:
+    bool Create(const char* className, const char* title, DWORD style, const RECT& rect,
+                CMDIFrameWnd* parent);
+    CMDIFrameWnd* GetMDIFrame() const { return m_pMDIFrame; }
+    void MDIDestroy();
+
+protected:
+    void PostNcDestroy() override;
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    CMDIFrameWnd* m_pMDIFrame = nullptr;
+};
