@@ -6,6 +6,7 @@ set(KM_SEARCH_SOURCES
 
 # Pure pieces of the application: platform-free, no <windows.h>.
 set(KM_CORE_SOURCES
+  app/CommandLine.cpp
 )
 
 # The class library (Windows only).
