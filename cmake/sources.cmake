@@ -7,6 +7,9 @@ set(KM_SEARCH_SOURCES
 # Pure pieces of the application: platform-free, no <windows.h>.
 set(KM_CORE_SOURCES
   app/CommandLine.cpp
+  app/FileReference.cpp
+  app/WordList.cpp
+  edit/TextFormat.cpp
 )
 
 # The class library (Windows only).
