@@ -26,6 +26,7 @@ set(KM_FRAMEWORK_SOURCES
 
 # The application's window code (Windows only), all but the entry.
 set(KM_APP_SOURCES
+  edit/FileUtil.cpp
 )
 
 set(KM_RESOURCE_FILES
