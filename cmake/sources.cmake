@@ -6,6 +6,7 @@ set(KM_SEARCH_SOURCES
 
 # Pure pieces of the application: platform-free, no <windows.h>.
 set(KM_CORE_SOURCES
+  app/BindingNames.cpp
   app/CommandLine.cpp
   app/FileReference.cpp
   app/WordList.cpp
@@ -30,4 +31,5 @@ set(KM_APP_SOURCES
 )
 
 set(KM_RESOURCE_FILES
+  resources/kelmar.rc
 )
