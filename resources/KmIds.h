@@ -280,8 +280,8 @@
 #define IDS_KEY_ENVIRONMENT 303
 #define IDS_KEY_DEBUGBUILD 306
 
-/* Keys of an environment.  The defaults of the four templates follow at
-   IDS_ENV_FIRST + 28 * n for n = 1 to 4. */
+/* Keys of an environment.  The default of key k in template n (1 to 4) is
+   the string k + 28 * n. */
 #define IDS_ENV_COMPILER 400
 #define IDS_ENV_COMPILEARGS 401
 #define IDS_ENV_COMPILERELEASE 402
