@@ -7,8 +7,9 @@
 class CStatusPane;
 class CClockPane;
 
-class CKmStatusBar {
-public:
+class CKmStatusBar
+{
+  public:
     CKmStatusBar();
     ~CKmStatusBar();
     CKmStatusBar(const CKmStatusBar&) = delete;
@@ -43,6 +44,20 @@ public:
 
     HWND GetHwnd() const { return m_hWnd; }
     bool Exists() const { return m_hWnd != nullptr; }
+    // The pane at index, null for a bad index or a pane that failed.
+    CStatusPane* GetPane(int index) const;
+    // The text line that replaces the panes, or the panes and clock.
+    void Paint(HDC dc);
+
+    // The state all bars share.
+    static int BarCount() { return s_nBars; }
+    static int Height() { return s_nHeight; }
+    static HFONT Font() { return s_hFont; }
+    static HPEN ShadowPen() { return s_hShadowPen; }
+    static HPEN HighlightPen() { return s_hHighlightPen; }
+    static bool HasColours() { return s_bColour != 0; }
+    static bool HookSet() { return s_hHook != nullptr; }
+    static int ClockCount() { return s_nClocks; }
 
     int m_bDestroyed;
     int m_bTextShown;
@@ -56,4 +71,38 @@ public:
     HDC m_hDC;
     int m_nPanes;
     CStatusPane* m_panes[11];
+    CKmStatusBar* m_pNext; // the list of all bars
+
+  private:
+    static LRESULT CALLBACK WndProc(HWND wnd, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK KeyboardHook(int code, WPARAM wParam, LPARAM lParam);
+    static void CALLBACK ClockTimer(HWND, UINT, UINT_PTR id, DWORD);
+    static void CreateColours();
+    static void DeleteColours();
+    bool CreateShared();
+    void DeleteShared();
+    void Unlink();
+    // The next free index, -1 without a window or when the bar is full.
+    int ReserveSlot();
+    // Puts pane, width pixels of text wide, behind the last pane.
+    void PlacePane(int index, CStatusPane* pane, int width);
+    int AddLockPane(const char* text, int key, int& index);
+    HDC BeginMeasure();
+    void EndMeasure();
+    // The window is there and hasn't gone by itself.
+    bool Live() const { return m_hWnd && !m_bDestroyed; }
+
+    static HFONT s_hFont;
+    static HBRUSH s_hFaceBrush;
+    static HPEN s_hFramePen;
+    static HPEN s_hShadowPen;
+    static HPEN s_hHighlightPen;
+    static int s_nHeight;
+    static int s_bColour;
+    static int s_nBars;
+    static int s_nClocks;
+    static UINT_PTR s_nClockTimer;
+    static bool s_bClockAligned;
+    static HHOOK s_hHook;
+    static CKmStatusBar* s_pFirst;
 };
