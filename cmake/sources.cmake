@@ -28,6 +28,8 @@ set(KM_FRAMEWORK_SOURCES
 # The application's window code (Windows only), all but the entry.
 set(KM_APP_SOURCES
   edit/FileUtil.cpp
+  ui/StatusBar.cpp
+  ui/StatusPanes.cpp
 )
 
 set(KM_RESOURCE_FILES
