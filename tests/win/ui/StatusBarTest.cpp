@@ -420,6 +420,29 @@ TEST_F(StatusBarTest, CapsAndNumFollowTheKeysOnRefresh)
     EXPECT_EQ(bar.m_nPanes, 8);
 }
 
+void PressKey(WORD key)
+{
+    INPUT input[2] = {};
+    input[0].type = input[1].type = INPUT_KEYBOARD;
+    input[0].ki.wVk = input[1].ki.wVk = key;
+    input[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    ::SendInput(2, input, sizeof(INPUT));
+}
+
+TEST_F(StatusBarTest, KeyboardHookFollowsCapsLock)
+{
+    AddFramePanes();
+    ::SetForegroundWindow(Host());
+    ::SetFocus(parent);
+    const bool before = (::GetKeyState(VK_CAPITAL) & 1) != 0;
+    EXPECT_EQ(PaneText(caps), before ? "Caps" : "");
+    PressKey(VK_CAPITAL);
+    const bool turned = PumpUntil([&] { return PaneText(caps) == (before ? "" : "Caps"); }, 2000);
+    PressKey(VK_CAPITAL);
+    EXPECT_TRUE(turned);
+    EXPECT_TRUE(PumpUntil([&] { return PaneText(caps) == (before ? "Caps" : ""); }, 2000));
+}
+
 TEST(ClockFormat, TwelveHourForm)
 {
     CClockPane clock(":", 0, "am", "pm");
