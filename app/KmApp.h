@@ -16,6 +16,8 @@ public:
     bool InitInstance() override;
     int ExitInstance() override;
     void ProcessWndProcException(const CException* exception, UINT message) override;
+    // Keys for the frame and its children go through the frame's routing.
+    bool PreTranslateMessage(MSG* msg) override;
 
     // Records a path in recentFiles, newest first.
     void RememberFile(const char* path);
@@ -23,6 +25,10 @@ public:
     void SetInitialValues();
 
     CKmFrame* Frame() const;
+    // The frame's status bar with its panes; on failure the bar stays off.
+    void SetUpStatusBar(HWND frame);
+    // What is kept at exit: session and settings, unless in safe mode.
+    void SaveState();
 
     CString programDir;
     CString iniPath;
@@ -54,6 +60,11 @@ public:
     int paneEdit = -1;
     int paneClean = -1;
     int paneAutoSave = -1;
+    CString searchPattern; // the last Find pattern, kept for Find Next
 };
+
+// A request to open the file that a word names, with the place that a
+// reference in it gives; null when there is no memory.
+HGLOBAL MakeOpenRequest(const char* word);
 
 extern CKmApp theApp;

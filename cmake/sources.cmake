@@ -2,6 +2,8 @@
 
 # Pattern engine: platform-free, no <windows.h>.
 set(KM_SEARCH_SOURCES
+  search/PatternCompile.cpp
+  search/PatternMatch.cpp
 )
 
 # Pure pieces of the application: platform-free, no <windows.h>.
@@ -27,6 +29,11 @@ set(KM_FRAMEWORK_SOURCES
 
 # The application's window code (Windows only), all but the entry.
 set(KM_APP_SOURCES
+  app/KmApp.cpp
+  app/KmChild.cpp
+  app/KmFrame.cpp
+  edit/KmEdit.cpp
+  edit/KmFileEdit.cpp
   edit/FileUtil.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp

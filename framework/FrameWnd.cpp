@@ -6,13 +6,29 @@ IMPLEMENT_DYNAMIC(CFrameWnd, CWnd)
 IMPLEMENT_DYNAMIC(CMDIFrameWnd, CFrameWnd)
 IMPLEMENT_DYNAMIC(CMDIChildWnd, CFrameWnd)
 
+const RECT kRectDefault = {static_cast<LONG>(CW_USEDEFAULT), static_cast<LONG>(CW_USEDEFAULT),
+                           0, 0};
+
+namespace {
+
+bool IsDefault(const RECT& rect)
+{
+    return rect.left == kRectDefault.left && rect.top == kRectDefault.top;
+}
+
+int Width(const RECT& rect) { return IsDefault(rect) ? CW_USEDEFAULT : rect.right - rect.left; }
+
+int Height(const RECT& rect) { return IsDefault(rect) ? CW_USEDEFAULT : rect.bottom - rect.top; }
+
+} // namespace
+
 // --- CFrameWnd
 
 bool CFrameWnd::Create(const char* className, const char* title, DWORD style, const RECT& rect,
                        HWND parent, HMENU menu)
 {
-    return CreateEx(0, className, title, style, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, parent, menu);
+    return CreateEx(0, className, title, style, rect.left, rect.top, Width(rect), Height(rect),
+                    parent, menu);
 }
 
 LRESULT CFrameWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
@@ -123,8 +139,8 @@ bool CMDIChildWnd::Create(const char* className, const char* title, DWORD style,
     mcs.hOwner = KmGetInstanceHandle();
     mcs.x = rect.left;
     mcs.y = rect.top;
-    mcs.cx = rect.right - rect.left;
-    mcs.cy = rect.bottom - rect.top;
+    mcs.cx = Width(rect);
+    mcs.cy = Height(rect);
     mcs.style = style;
     mcs.lParam = 0;
 

@@ -3,6 +3,9 @@
 #pragma once
 #include "framework/Wnd.h"
 
+// Lets the system choose position and size.
+extern const RECT kRectDefault;
+
 class CFrameWnd : public CWnd {
     DECLARE_DYNAMIC(CFrameWnd)
 public:

@@ -78,15 +78,12 @@ int CWinApp::Run()
 
 void CWinApp::ProcessWndProcException(const CException*, UINT) { ::MessageBeep(MB_ICONHAND); }
 
-int KmWinMain(HINSTANCE instance, HINSTANCE prev, LPSTR cmdLine, int cmdShow)
+int KmWinMain(CWinApp& app, HINSTANCE instance, HINSTANCE prev, LPSTR cmdLine, int cmdShow)
 {
-    CWinApp* app = KmGetApp();
-    if (!app)
-        return 1;
-    app->SetInstance(instance, prev, cmdLine, cmdShow);
-    if (!app->InitInstance())
+    app.SetInstance(instance, prev, cmdLine, cmdShow);
+    if (!app.InitInstance())
         return 0;
-    int code = app->Run();
-    int exitCode = app->ExitInstance();
+    int code = app.Run();
+    int exitCode = app.ExitInstance();
     return exitCode ? exitCode : code;
 }

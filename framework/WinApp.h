@@ -46,4 +46,4 @@ HWND KmGetMainWindow();
 
 // The body of WinMain: InitInstance, the loop, and ExitInstance only after a
 // true InitInstance.
-int KmWinMain(HINSTANCE instance, HINSTANCE prev, LPSTR cmdLine, int cmdShow);
+int KmWinMain(CWinApp& app, HINSTANCE instance, HINSTANCE prev, LPSTR cmdLine, int cmdShow);

@@ -1,0 +1,227 @@
+#include "app/KmApp.h"
+
+#include "app/CommandLine.h"
+#include "app/FileReference.h"
+#include "app/KmChild.h"
+#include "app/KmFrame.h"
+#include "app/OpenRequest.h"
+#include "app/Settings.h"
+#include "edit/FileUtil.h"
+#include "framework/Exception.h"
+#include "resources/KmIds.h"
+
+#include <cstring>
+#include <shellapi.h>
+
+CKmApp theApp;
+
+CKmApp::CKmApp() : CWinApp("Kelmar") { SetInitialValues(); }
+
+void CKmApp::SetInitialValues()
+{
+    saveSettings = 1;
+    saveWindows = 1;
+    m_bDebugBuild = 0;
+    arrange = 2;
+    tabSize = 8;
+    shiftWidth = 4;
+    m_nEnvironment = 5;
+    flags = KF_DEFAULT;
+    for (CString& recent : recentFiles)
+        recent.Empty();
+    for (CString& recent : recentProjects)
+        recent.Empty();
+}
+
+CKmFrame* CKmApp::Frame() const
+{
+    CWnd* wnd = m_pMainWnd;
+    return wnd && wnd->IsKindOf(RUNTIME_CLASS(CKmFrame)) ? static_cast<CKmFrame*>(wnd) : nullptr;
+}
+
+// An exchange, not a move to the front: the entries between keep their
+// places, which is intended.
+void CKmApp::RememberFile(const char* path)
+{
+    recentFilesDirty = 1;
+    for (int i = 0; i < 6; ++i) {
+        if (recentFiles[i] == path) {
+            if (i != 0) {
+                CString first = recentFiles[0];
+                recentFiles[0] = recentFiles[i];
+                recentFiles[i] = first;
+            }
+            return;
+        }
+    }
+    for (int i = 5; i > 0; --i)
+        recentFiles[i] = recentFiles[i - 1];
+    recentFiles[0] = path;
+}
+
+void CKmApp::ProcessWndProcException(const CException* exception, UINT)
+{
+    if (!exception || exception->IsKindOf(RUNTIME_CLASS(CMemoryException)))
+        OutOfMemoryNotice();
+    else
+        ::MessageBeep(MB_ICONHAND);
+}
+
+bool CKmApp::PreTranslateMessage(MSG* msg)
+{
+    CKmFrame* frame = Frame();
+    if (!frame || (msg->hwnd != frame->m_hWnd && !::IsChild(frame->m_hWnd, msg->hwnd)))
+        return false;
+    return frame->PreTranslateMessage(msg);
+}
+
+void CKmApp::SetUpStatusBar(HWND frame)
+{
+    flags |= KF_NOSTATUSBAR; // stays set if the bar can't be built
+    if (!statusBar.Create(frame)) {
+        KmMessageBox(nullptr, 0x30, IDS_NOSTATUSBAR);
+        return;
+    }
+    CString off, on;
+    auto toggle = [&](unsigned offId, unsigned onId) {
+        off.LoadString(offId);
+        on.LoadString(onId);
+        return statusBar.AddTogglePane(off, on);
+    };
+    statusBar.SetTextId(IDS_IDLE, 0);
+    paneLineCol = statusBar.AddPositionPane();
+    statusBar.SetNextGap(2);
+    paneInsert = toggle(IDS_PANE_INS, IDS_PANE_OVR);
+    on.LoadString(IDS_PANE_CAPS);
+    statusBar.AddCapsPane(on);
+    on.LoadString(IDS_PANE_NUM);
+    statusBar.AddNumPane(on);
+    on.LoadString(IDS_PANE_ALIGN);
+    paneAlign = statusBar.AddChoicePane(on);
+    statusBar.SetNextGap(2);
+    paneEdit = toggle(IDS_PANE_EDIT, IDS_PANE_READ);
+    paneClean = toggle(IDS_PANE_CLEAN, IDS_PANE_MODIFIED);
+    paneAutoSave = toggle(IDS_PANE_NOAUTOSAVE, IDS_AUTOSAVE);
+    if (!(flags & KF_NOCLOCK))
+        statusBar.ShowClock();
+    flags &= ~KF_NOSTATUSBAR;
+}
+
+// The settings store and the session come with their own code; until then
+// nothing is written at exit.
+void CKmApp::SaveState() {}
+
+HGLOBAL MakeOpenRequest(const char* word)
+{
+    HGLOBAL handle = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(OpenRequest));
+    if (!handle)
+        return nullptr;
+    OpenRequest* request = static_cast<OpenRequest*>(::GlobalLock(handle));
+    if (!ParseFileReference(word, static_cast<int>(strlen(word)), *request)) {
+        lstrcpynA(request->name, word, sizeof request->name);
+        request->address = 0;
+        request->line = 1;
+        request->column = 1;
+    }
+    ::GlobalUnlock(handle);
+    return handle;
+}
+
+namespace {
+
+// Where kelmar.ini is: the -i name (a file or a directory that holds it),
+// else one in the current directory, else the program's own.
+CString FindIniPath(const std::string& iniName, const CString& programDir)
+{
+    FileStatus status;
+    CString path;
+    if (!iniName.empty()) {
+        CString dir;
+        if (GetFileStatus(iniName.c_str(), status)) {
+            path = status.fullName;
+            if (status.attribute & FILE_ATTRIBUTE_DIRECTORY)
+                path += "\\kelmar.ini";
+        } else if (SplitDir(iniName.c_str(), dir) && GetFileStatus(dir, status)) {
+            path = status.fullName; // the file name is dropped: kept as it is
+        }
+    }
+    if (path.IsEmpty()) {
+        if (GetFileStatus("kelmar.ini", status) && !(status.attribute & 0xDF))
+            path = status.fullName;
+        else
+            path = programDir + "kelmar.ini";
+    }
+    return path;
+}
+
+} // namespace
+
+bool CKmApp::InitInstance()
+{
+    CCommandLine commandLine;
+    commandLine.Parse(m_lpCmdLine);
+
+    char module[MAX_PATH] = "";
+    ::GetModuleFileNameA(nullptr, module, MAX_PATH);
+    programDir = ProgramDirFromModule(module).c_str();
+
+    SetInitialValues();
+    iniPath = FindIniPath(commandLine.iniName, programDir);
+    m_strProjectDir = commandLine.directory.c_str();
+    safeMode = commandLine.safeMode;
+    const bool printMode = commandLine.printOnly != 0;
+
+    if (commandLine.editOnly)
+        flags |= KF_NOPROJECT;
+    if (commandLine.arrange)
+        arrange = ArrangeForSwitch(commandLine.arrange);
+
+    LOGFONTA logFont;
+    if (::GetObjectA(::GetStockObject(SYSTEM_FIXED_FONT), sizeof logFont, &logFont))
+        screenFont.CreateFontIndirect(&logFont);
+
+    CString title;
+    title.LoadString(IDS_TITLE);
+    CKmFrame* frame = new CKmFrame;
+    m_pMainWnd = frame;
+    if (!frame->Create(title, 0, kRectDefault)) {
+        m_pMainWnd = nullptr;
+        if (!frame->m_hWnd)
+            delete frame;
+        return false;
+    }
+    ::ShowWindow(frame->m_hWnd, m_nCmdShow);
+    ::UpdateWindow(frame->m_hWnd);
+    helpPath = programDir + "kelmar.hlp";
+
+    int count = 0;
+    while (const char* word = commandLine.files.NextWord()) {
+        ++count;
+        if (printMode) {
+            if (CKmChild* child = frame->OpenFile(word, false, false)) {
+                child->SendMessage(WM_COMMAND, ID_FILE_PRINT);
+                child->MDIDestroy();
+            }
+            continue;
+        }
+        HGLOBAL request = MakeOpenRequest(word);
+        if (!request) {
+            OutOfMemoryNotice();
+            break;
+        }
+        frame->SendMessage(WM_KM_OPENFILE, 1, reinterpret_cast<LPARAM>(request));
+    }
+    if (!printMode && !safeMode && count > 0) {
+        if (arrange == 0)
+            frame->MDITile(MDITILE_VERTICAL);
+        else if (arrange == 1)
+            frame->MDICascade();
+        else if (arrange == 3)
+            frame->MDITile(MDITILE_HORIZONTAL);
+    }
+    if (!printMode)
+        ::DragAcceptFiles(frame->m_hWnd, TRUE);
+    return !printMode;
+}
+
+int CKmApp::ExitInstance() { return CWinApp::ExitInstance(); }

@@ -1,0 +1,289 @@
+#include "app/KmChild.h"
+
+#include "app/KmApp.h"
+#include "app/KmFrame.h"
+#include "app/Settings.h"
+#include "edit/FileUtil.h"
+#include "resources/KmIds.h"
+
+#include <commdlg.h>
+#include <cstdarg>
+#include <cstdio>
+
+IMPLEMENT_DYNAMIC(CKmChild, CMDIChildWnd)
+
+// clang-format off
+BEGIN_MESSAGE_MAP(CKmChild, CMDIChildWnd)
+    ON_MESSAGE(WM_CREATE, OnCreate)
+    ON_MESSAGE(WM_DESTROY, OnDestroy)
+    ON_MESSAGE(WM_MDIACTIVATE, OnMDIActivate)
+    ON_MESSAGE(WM_QUERYENDSESSION, OnQueryEndSession)
+    ON_MESSAGE(WM_SIZE, OnSize)
+    ON_MESSAGE(WM_SETFOCUS, OnSetFocus)
+    ON_MESSAGE(WM_CHILDACTIVATE, OnChildActivate)
+    ON_MESSAGE(WM_MENUSELECT, OnMenuSelect)
+    ON_MESSAGE(WM_SYSCOMMAND, OnSysCommand)
+    ON_COMMAND(ID_SET_SHOWHSCROLL, OnShowHScroll)
+    ON_COMMAND(ID_SET_SHOWVSCROLL, OnShowVScroll)
+    ON_COMMAND(ID_SET_FONT, OnSetFont)
+END_MESSAGE_MAP()
+// clang-format on
+
+CKmChild::CKmChild(unsigned long flags) : m_flags((flags & 0x3F) | CF_UNTITLED)
+{
+    LOGFONTA logFont;
+    if (theApp.screenFont.GetLogFont(&logFont))
+        m_font.CreateFontIndirect(&logFont);
+    GetCurrentDir(m_workDir);
+}
+
+bool CKmChild::QuerySave(unsigned) { return true; }
+
+int CKmChild::GetFindSeed(CString&) { return 0; }
+
+int CKmChild::FindText(SearchRequest*, bool, long, long) { return 0; }
+
+void CKmChild::ReplaceSelection(SearchRequest*) {}
+
+void CKmChild::ReplaceAll(SearchRequest*) {}
+
+const char* CKmChild::ExpandReplacement(SearchRequest*) { return nullptr; }
+
+int CKmChild::GetSelectionKind() { return 0; }
+
+namespace {
+
+void Gray(HMENU menu, UINT id) { ::EnableMenuItem(menu, id, MF_BYCOMMAND | MF_GRAYED); }
+
+void Enable(HMENU menu, UINT id) { ::EnableMenuItem(menu, id, MF_BYCOMMAND | MF_ENABLED); }
+
+void Check(HMENU menu, UINT id, bool on)
+{
+    ::CheckMenuItem(menu, id, MF_BYCOMMAND | (on ? MF_CHECKED : MF_UNCHECKED));
+}
+
+} // namespace
+
+// The states for a window that can't do much; richer windows override.
+void CKmChild::UpdatePopup(HMENU menu, int index)
+{
+    switch (index) {
+    case 0:
+        Gray(menu, ID_FILE_SAVE);
+        Gray(menu, ID_FILE_SAVEAS);
+        Gray(menu, ID_FILE_PRINT);
+        break;
+    case 1:
+        UpdateEditPopup(menu, 0);
+        break;
+    case 2:
+        for (UINT id : {ID_SEARCH_REPLACE, ID_SEARCH_REPLACENEXT, ID_SEARCH_MARK,
+                        ID_SEARCH_GOTOMARK, ID_SEARCH_GOTOLINE, ID_SEARCH_MATCHBRACE})
+            Gray(menu, id);
+        break;
+    case 3:
+        for (UINT id : {ID_SET_INSERT, ID_SET_ALIGN, ID_SET_INDENT}) {
+            Check(menu, id, false);
+            Gray(menu, id);
+        }
+        Check(menu, ID_SET_READONLY, true);
+        Gray(menu, ID_SET_READONLY);
+        Gray(menu, ID_SET_CLEAN);
+        Check(menu, ID_SET_SHOWHSCROLL, (m_flags & CF_HSCROLL) != 0);
+        Check(menu, ID_SET_SHOWVSCROLL, (m_flags & CF_VSCROLL) != 0);
+        break;
+    case 4:
+        Gray(menu, ID_PROJECT_COMPILE);
+        break;
+    case 7:
+        Gray(menu, ID_HELP_FILESTATS);
+        Enable(menu, ID_HELP_CONTEXT);
+        Enable(menu, ID_HELP_SDK);
+        Enable(menu, ID_HELP_ENVIRONMENT);
+        break;
+    default:
+        break;
+    }
+}
+
+void CKmChild::UpdateEditPopup(HMENU menu, int)
+{
+    Enable(menu, ID_EDIT_COPY);
+    for (UINT id : {ID_EDIT_UNDO, ID_EDIT_PASTEFILE, ID_EDIT_CUT, ID_EDIT_CUTAPPEND,
+                    ID_EDIT_SHIFTRIGHT, ID_EDIT_SHIFTLEFT, ID_EDIT_UPPERCASE, ID_EDIT_LOWERCASE,
+                    ID_EDIT_TOGGLECASE, ID_EDIT_CAPITALIZE, ID_EDIT_PASTE, ID_EDIT_TRANSPOSE})
+        Gray(menu, id);
+}
+
+// An iconic file window shows its path with the last backslash turned into
+// a blank so the icon title can wrap; readers get the path back.
+void CKmChild::GetTitle(CString& text) const
+{
+    GetWindowText(text);
+    if ((m_flags & CF_FILE) && !(m_flags & CF_UNTITLED) && IsIconic()) {
+        int blank = text.ReverseFind(' ');
+        if (blank > 0 && text[blank - 1] != ':')
+            text.SetAt(blank, '\\');
+    }
+}
+
+void CKmChild::SetTitle(const char* text)
+{
+    SetWindowText(text);
+    TellFrame(WL_TITLE);
+}
+
+void CKmChild::SetTitleFmt(unsigned stringId, ...)
+{
+    CString format;
+    if (!format.LoadString(stringId))
+        return;
+    char text[256];
+    va_list args;
+    va_start(args, stringId);
+    vsnprintf(text, sizeof text, format, args);
+    va_end(args);
+    SetTitle(text);
+}
+
+void CKmChild::SyncCurrentDir()
+{
+    CString current;
+    GetCurrentDir(current);
+    if (current != m_workDir.c_str() && ChangeDir(m_workDir))
+        theApp.recentFilesDirty = 1;
+}
+
+void CKmChild::Alert(UINT type)
+{
+    ::MessageBeep(type);
+    if (theApp.flags & KF_ALERTS) {
+        HWND target = IsZoomed() && theApp.m_pMainWnd ? theApp.m_pMainWnd->m_hWnd : m_hWnd;
+        ::FlashWindow(target, TRUE);
+        ::FlashWindow(target, TRUE);
+    }
+}
+
+void CKmChild::TellFrame(WPARAM code)
+{
+    if (HWND frame = KmGetMainWindow())
+        ::SendMessageA(frame, WM_KM_WINDOWLIST, code, reinterpret_cast<LPARAM>(m_hWnd));
+}
+
+LRESULT CKmChild::OnCreate(WPARAM, LPARAM)
+{
+    TellFrame(WL_CREATED);
+    ::SetFocus(m_hWnd);
+    return Default();
+}
+
+LRESULT CKmChild::OnDestroy(WPARAM, LPARAM)
+{
+    TellFrame(WL_DESTROYED);
+    return Default();
+}
+
+// The first child to come and the last to go switch the frame's menu.
+LRESULT CKmChild::OnMDIActivate(WPARAM wParam, LPARAM lParam)
+{
+    HWND previous = reinterpret_cast<HWND>(wParam);
+    HWND next = reinterpret_cast<HWND>(lParam);
+    bool activated = next == m_hWnd;
+    CKmFrame* frame = theApp.Frame();
+    if (frame) {
+        if (activated) {
+            frame->m_pActiveChild = this;
+            TellFrame(WL_ACTIVATED);
+        } else if (frame->m_pActiveChild == this && previous == m_hWnd) {
+            frame->m_pActiveChild = nullptr;
+        }
+        if (!activated && !next) {
+            if (theApp.statusBar.Exists())
+                theApp.statusBar.SetTextId(IDS_IDLE, 0);
+            theApp.recentFilesDirty = 1;
+            frame->PostMessage(WM_KM_SETMENU, 3);
+        }
+        if (activated && !previous) {
+            if (theApp.statusBar.Exists())
+                theApp.statusBar.ClearText();
+            theApp.recentFilesDirty = 1;
+            frame->PostMessage(WM_KM_SETMENU, 4);
+        }
+    }
+    return Default();
+}
+
+LRESULT CKmChild::OnQueryEndSession(WPARAM, LPARAM) { return 1; }
+
+LRESULT CKmChild::OnSize(WPARAM wParam, LPARAM)
+{
+    if (wParam == SIZE_MINIMIZED && theApp.statusBar.Exists())
+        theApp.statusBar.SetPanePosition(theApp.paneLineCol, -1, 0);
+    return Default();
+}
+
+LRESULT CKmChild::OnSetFocus(WPARAM, LPARAM)
+{
+    LRESULT result = Default();
+    SyncCurrentDir();
+    return result;
+}
+
+LRESULT CKmChild::OnChildActivate(WPARAM, LPARAM)
+{
+    if (!(theApp.flags & KF_NOSTATUSBAR) && theApp.statusBar.Exists()) {
+        CKmStatusBar& bar = theApp.statusBar;
+        bar.ClearText();
+        bar.SetPaneState(theApp.paneInsert, (m_flags & CF_OVERTYPE) != 0);
+        bar.SetPaneChoice(theApp.paneAlign, (m_flags & CF_BLOCKINDENT) ? 2
+                                            : (m_flags & CF_ALIGN)     ? 1
+                                                                       : 0);
+        bar.SetPaneState(theApp.paneEdit, (m_flags & CF_READONLY) != 0);
+        bar.SetPaneState(theApp.paneClean, (m_flags & CF_MODIFIED) != 0);
+    }
+    return Default();
+}
+
+LRESULT CKmChild::OnMenuSelect(WPARAM wParam, LPARAM lParam)
+{
+    if (HWND frame = KmGetMainWindow())
+        ::SendMessageA(frame, WM_MENUSELECT, wParam, lParam);
+    return Default();
+}
+
+LRESULT CKmChild::OnSysCommand(WPARAM wParam, LPARAM)
+{
+    UINT command = static_cast<UINT>(wParam & 0xFFF0);
+    if (command == SC_MAXIMIZE)
+        theApp.arrange = 2;
+    else if (command == SC_RESTORE && IsZoomed())
+        theApp.arrange = 1;
+    return Default();
+}
+
+void CKmChild::OnShowHScroll()
+{
+    m_flags ^= CF_HSCROLL;
+    ::ShowScrollBar(ScrollBarWindow(), SB_HORZ, (m_flags & CF_HSCROLL) != 0);
+}
+
+void CKmChild::OnShowVScroll()
+{
+    m_flags ^= CF_VSCROLL;
+    ::ShowScrollBar(ScrollBarWindow(), SB_VERT, (m_flags & CF_VSCROLL) != 0);
+}
+
+void CKmChild::OnSetFont()
+{
+    LOGFONTA logFont = {};
+    m_font.GetLogFont(&logFont);
+    CHOOSEFONTA choose = {};
+    choose.lStructSize = sizeof choose;
+    choose.hwndOwner = m_hWnd;
+    choose.lpLogFont = &logFont;
+    choose.Flags = CF_SCREENFONTS | CF_FIXEDPITCHONLY | CF_INITTOLOGFONTSTRUCT;
+    if (!::ChooseFontA(&choose))
+        return;
+    if (m_font.CreateFontIndirect(&logFont))
+        SendMessage(WM_KM_FONTCHANGED, 0);
+}

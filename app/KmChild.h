@@ -1,0 +1,70 @@
+// Base of every child window of the frame: its font, its working directory
+// and its flag word, and the operations the frame asks of each child.
+#pragma once
+#include "framework/FrameWnd.h"
+#include "framework/GdiObjects.h"
+#include "framework/String.h"
+
+struct SearchRequest;
+
+enum : unsigned long {
+    CF_READONLY = 0x1,
+    CF_HEXVIEW = 0x2,
+    CF_HSCROLL = 0x4,
+    CF_VSCROLL = 0x8,
+    CF_ALIGN = 0x10,
+    CF_BLOCKINDENT = 0x20,
+    CF_FILE = 0x40,
+    CF_UNTITLED = 0x80,
+    CF_OVERTYPE = 0x100,
+    CF_MODIFIED = 0x200,
+};
+
+// Codes of WM_KM_WINDOWLIST.
+enum { WL_CREATED = 1, WL_DESTROYED = 2, WL_ACTIVATED = 6, WL_TITLE = 12 };
+
+class CKmChild : public CMDIChildWnd {
+    DECLARE_DYNAMIC(CKmChild)
+public:
+    explicit CKmChild(unsigned long flags);
+
+    virtual bool QuerySave(unsigned promptId);
+    virtual void UpdatePopup(HMENU menu, int index);
+    virtual void UpdateEditPopup(HMENU menu, int index);
+    virtual int GetFindSeed(CString& text);
+    virtual int FindText(SearchRequest* request, bool interactive, long start, long range);
+    virtual void ReplaceSelection(SearchRequest* request);
+    virtual void ReplaceAll(SearchRequest* request);
+    virtual const char* ExpandReplacement(SearchRequest* request);
+    virtual int GetSelectionKind();
+
+    // The caption, with the icon-title blank turned back into a backslash.
+    void GetTitle(CString& text) const;
+    void SetTitle(const char* text);
+    void SetTitleFmt(unsigned stringId, ...);
+    void SyncCurrentDir();
+    void Alert(UINT type);
+
+    CFont m_font;
+    CString m_workDir;
+    unsigned long m_flags;
+
+protected:
+    LRESULT OnCreate(WPARAM, LPARAM);
+    LRESULT OnDestroy(WPARAM, LPARAM);
+    LRESULT OnMDIActivate(WPARAM, LPARAM);
+    LRESULT OnQueryEndSession(WPARAM, LPARAM);
+    LRESULT OnSize(WPARAM, LPARAM);
+    LRESULT OnSetFocus(WPARAM, LPARAM);
+    LRESULT OnChildActivate(WPARAM, LPARAM);
+    LRESULT OnMenuSelect(WPARAM, LPARAM);
+    LRESULT OnSysCommand(WPARAM, LPARAM);
+    void OnShowHScroll();
+    void OnShowVScroll();
+    void OnSetFont();
+
+    // The window whose scroll bars the Settings commands switch.
+    virtual HWND ScrollBarWindow() { return m_hWnd; }
+    void TellFrame(WPARAM code);
+    DECLARE_MESSAGE_MAP()
+};

@@ -1,0 +1,59 @@
+// The editor window: one file, whole, in the block of a multi-line edit
+// control, with its line terminators converted to CR LF on the way in and
+// back on the way out.
+#pragma once
+#include "app/KmChild.h"
+#include "edit/KmEdit.h"
+#include "edit/TextFormat.h"
+
+class CKmFileEdit : public CKmChild {
+    DECLARE_DYNAMIC(CKmFileEdit)
+public:
+    // Creates the window and loads path (null: a new file); null when the
+    // window could not be made or the file not loaded.
+    static CKmFileEdit* Open(const char* path, unsigned long flags);
+
+    bool LoadIntoEdit(const char* path, bool remember);
+    // Reads path into block (grown, or allocated when null); the block, or
+    // null after the file layer or a question refused.
+    static HLOCAL LoadTextBlock(const char* path, DWORD maxSize, HLOCAL block,
+                                FileFormat& format, unsigned long childFlags);
+    bool WriteEditFile();
+    bool AskSaveAsName();
+    bool SaveFile(bool saveAs);
+    bool QuerySave(unsigned promptId) override;
+    void ShowFileStats(const char* path);
+    int GetSelectionKind() override;
+
+    CKmEdit& Edit() { return m_edit; }
+
+    FileFormat m_format = FF_DOS;
+    CKmEdit m_edit;
+    int m_outOfSpace = 0;
+
+protected:
+    CKmFileEdit(const char* path, unsigned long flags);
+    bool CreateWindowFor(const char* title);
+
+    LRESULT OnCreate(WPARAM, LPARAM);
+    LRESULT OnClose(WPARAM, LPARAM);
+    LRESULT OnQueryEndSession(WPARAM, LPARAM);
+    LRESULT OnSize(WPARAM, LPARAM);
+    LRESULT OnSetFocus(WPARAM, LPARAM);
+    LRESULT OnGotoPos(WPARAM, LPARAM);
+    LRESULT OnGetPos(WPARAM, LPARAM);
+    LRESULT OnFontChanged(WPARAM, LPARAM);
+    LRESULT OnTabsChanged(WPARAM, LPARAM);
+    void OnEditChange();
+    void OnEditErrSpace();
+    void OnCaretMoved();
+    void OnFileSave();
+    void OnFileSaveAs();
+    void OnFilePrint();
+    void OnEditPasteFile();
+    HWND ScrollBarWindow() override { return m_edit.m_hWnd; }
+
+private:
+    bool WriteTextTo(const char* name);
+    DECLARE_MESSAGE_MAP()
+};
