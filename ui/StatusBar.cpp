@@ -184,6 +184,8 @@ void CKmStatusBar::Unlink()
 
 void CKmStatusBar::RecreateColours()
 {
+    if (s_nBars == 0)
+        return;
     DeleteColours();
     CreateColours();
     for (CKmStatusBar* bar = s_pFirst; bar; bar = bar->m_pNext) {
@@ -375,6 +377,7 @@ void CKmStatusBar::RefreshLocks()
 
 LRESULT CALLBACK CKmStatusBar::KeyboardHook(int code, WPARAM wParam, LPARAM lParam)
 {
+    // Bit 15 is the top of the repeat count: both presses and releases pass.
     if (code >= 0 && code != HC_NOREMOVE && (wParam == VK_CAPITAL || wParam == VK_NUMLOCK) &&
         !(lParam & 0x8000)) {
         const bool on = (::GetKeyState(static_cast<int>(wParam)) & 1) != 0;

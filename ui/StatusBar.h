@@ -26,10 +26,15 @@ class CKmStatusBar
     void SetTextId(unsigned id, int seconds);
     void ClearText();
 
+    // The next pane stands 5 * (n + 1) pixels behind the last.
     void SetNextGap(int n);
+    // The pane's index, -1 without a window or after eleven panes. When a
+    // pane can't be allocated its index stays taken, with no pane, and
+    // std::bad_alloc goes on to the caller.
     int AddPositionPane();
     int AddChoicePane(const char* commaList);
     int AddTogglePane(const char* off, const char* on);
+    // A second Caps or Num pane isn't made: the first one's index.
     int AddCapsPane(const char* text);
     int AddNumPane(const char* text);
 
@@ -46,8 +51,6 @@ class CKmStatusBar
     bool Exists() const { return m_hWnd != nullptr; }
     // The pane at index, null for a bad index or a pane that failed.
     CStatusPane* GetPane(int index) const;
-    // The text line that replaces the panes, or the panes and clock.
-    void Paint(HDC dc);
 
     // The state all bars share.
     static int BarCount() { return s_nBars; }
@@ -77,6 +80,8 @@ class CKmStatusBar
     static LRESULT CALLBACK WndProc(HWND wnd, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK KeyboardHook(int code, WPARAM wParam, LPARAM lParam);
     static void CALLBACK ClockTimer(HWND, UINT, UINT_PTR id, DWORD);
+    // The text line that replaces the panes, or the panes and clock.
+    void Paint(HDC dc);
     static void CreateColours();
     static void DeleteColours();
     bool CreateShared();
