@@ -11,6 +11,7 @@
 #include "resources/KmIds.h"
 
 #include <cstring>
+#include <new>
 #include <shellapi.h>
 
 CKmApp theApp;
@@ -82,6 +83,20 @@ void CKmApp::SetUpStatusBar(HWND frame)
         KmMessageBox(nullptr, 0x30, IDS_NOSTATUSBAR);
         return;
     }
+    try {
+        AddStatusPanes();
+    } catch (const std::bad_alloc&) {
+        statusBar.Destroy();
+        return;
+    } catch (const CMemoryException&) {
+        statusBar.Destroy();
+        return;
+    }
+    flags &= ~KF_NOSTATUSBAR;
+}
+
+void CKmApp::AddStatusPanes()
+{
     CString off, on;
     auto toggle = [&](unsigned offId, unsigned onId) {
         off.LoadString(offId);
@@ -104,7 +119,6 @@ void CKmApp::SetUpStatusBar(HWND frame)
     paneAutoSave = toggle(IDS_PANE_NOAUTOSAVE, IDS_AUTOSAVE);
     if (!(flags & KF_NOCLOCK))
         statusBar.ShowClock();
-    flags &= ~KF_NOSTATUSBAR;
 }
 
 // The settings store and the session come with their own code; until then

@@ -27,6 +27,7 @@ public:
     CKmFrame* Frame() const;
     // The frame's status bar with its panes; on failure the bar stays off.
     void SetUpStatusBar(HWND frame);
+    void AddStatusPanes();
     // What is kept at exit: session and settings, unless in safe mode.
     void SaveState();
 

@@ -87,9 +87,10 @@ bool CMDIFrameWnd::CreateClient(const CREATESTRUCTA* cs, HMENU windowMenu)
     CLIENTCREATESTRUCT ccs;
     ccs.hWindowMenu = windowMenu;
     ccs.idFirstChild = 0xFF00;
+    // No scroll bars: with a maximised child the client would still show them.
     m_hWndMDIClient = ::CreateWindowExA(
         WS_EX_CLIENTEDGE, "MDICLIENT", nullptr,
-        WS_CHILD | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL | WS_VISIBLE, 0, 0, cs->cx, cs->cy,
+        WS_CHILD | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0, cs->cx, cs->cy,
         m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(0xE900)), KmGetInstanceHandle(),
         &ccs);
     return m_hWndMDIClient != nullptr;
