@@ -37,6 +37,7 @@ BEGIN_MESSAGE_MAP(CKmFrame, CMDIFrameWnd)
     ON_MESSAGE(WM_KM_OPENFILE, OnOpenFileRequest)
     ON_MESSAGE(WM_KM_SETMENU, OnSetMenu)
     ON_MESSAGE(WM_KM_PROJECTCHANGED, OnNotYet)
+    ON_MESSAGE(WM_KM_WINDOWLIST, OnWindowList)
     ON_MESSAGE(WM_KM_FILEMANAGERCLOSED, OnFileManagerClosed)
     ON_MESSAGE(WM_KM_GREP, OnNotYet)
     ON_MESSAGE(WM_KM_PROCESSDONE, OnNotYet)
@@ -359,6 +360,15 @@ LRESULT CKmFrame::OnShowPos(WPARAM wParam, LPARAM lParam)
     if (!(theApp.flags & KF_NOSTATUSBAR))
         theApp.statusBar.SetPanePosition(theApp.paneLineCol, static_cast<long>(lParam),
                                          static_cast<unsigned long>(wParam));
+    return 0;
+}
+
+// The window selector follows the children's life; without it there is
+// nothing to keep up to date.
+LRESULT CKmFrame::OnWindowList(WPARAM wParam, LPARAM lParam)
+{
+    if (m_pSelector)
+        ::SendMessageA(m_pSelector->m_hWnd, WM_KM_WINDOWLIST, wParam, lParam);
     return 0;
 }
 

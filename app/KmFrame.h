@@ -30,7 +30,7 @@ public:
     int m_nMenu = 3;
     CKmChild* m_pActiveChild = nullptr;
     void* m_pFileManager = nullptr;
-    void* m_pSelector = nullptr;
+    CWnd* m_pSelector = nullptr;
     CMenu m_menuNoFile;
     CMenu m_menuFile;
     CMenu m_menuPopup;
@@ -57,6 +57,7 @@ protected:
     LRESULT OnShowPos(WPARAM, LPARAM);
     LRESULT OnOpenFileRequest(WPARAM, LPARAM);
     LRESULT OnSetMenu(WPARAM, LPARAM);
+    LRESULT OnWindowList(WPARAM, LPARAM);
     LRESULT OnFileManagerClosed(WPARAM, LPARAM);
     LRESULT OnNotYet(WPARAM, LPARAM);
     void OnFileNew();
