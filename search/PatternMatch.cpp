@@ -1,0 +1,620 @@
+// Runs compiled patterns: the first-character map, matching at one position
+// by depth-first backtracking, and searching a range in either direction.
+#include "search/Pattern.h"
+
+#include <stdlib.h>
+#include <string.h>
+
+namespace
+{
+
+const int kLocalPoints = 128;
+// A full stack of more than 16384 bytes of 8-byte pairs doesn't grow for an
+// on-failure jump, so 4096 points is the ceiling.
+const int kLargestGrowing = 16384 / 8;
+const int kWalkDepth = 128;
+// A byte past the end of the code, which equals no byte.
+const int kNoByte = 256;
+
+int Displacement(const unsigned char* at)
+{
+    return static_cast<int16_t>(static_cast<uint16_t>(at[0] | (at[1] << 8)));
+}
+
+bool InSet(const unsigned char* op, int c)
+{
+    int length = op[1];
+    bool member = c < length * 8 && (op[2 + (c >> 3)] & (1 << (c & 7))) != 0;
+    return op[0] == OP_CHAR_SET ? member : !member;
+}
+
+// A failure point: where to go on in the code and from which text position.
+// An empty point, which failing discards, holds the complement of the code
+// position that its dummy jump entered, so that the loop can recognise it.
+struct FailurePoint {
+    int32_t code;
+    int32_t text;
+};
+
+// Starts in local storage so that a simple match allocates nothing.
+class FailureStack
+{
+  public:
+    FailureStack() = default;
+    FailureStack(const FailureStack&) = delete;
+    FailureStack& operator=(const FailureStack&) = delete;
+    ~FailureStack() { free(m_heap); }
+
+    // False when the stack can't take the point: at the ceiling, if
+    // `ceiling` is set, or when memory runs out.
+    bool Push(int code, int text, bool ceiling)
+    {
+        if (m_size == m_capacity && !Grow(ceiling))
+            return false;
+        m_points[m_size++] = FailurePoint{code, text};
+        return true;
+    }
+    bool Empty() const { return m_size == 0; }
+    const FailurePoint& Top() const { return m_points[m_size - 1]; }
+    void Drop()
+    {
+        if (m_size > 0)
+            m_size--;
+    }
+    // The newest point that starts an iteration of the loop whose body
+    // begins at `body` and ends at `end`: the loop's own on-failure point or
+    // the empty point of the dummy jump that entered it.
+    const FailurePoint* FindIteration(int body, int end) const
+    {
+        for (int i = m_size - 1; i >= 0; --i)
+            if (m_points[i].code == end || m_points[i].code == ~body)
+                return &m_points[i];
+        return nullptr;
+    }
+
+  private:
+    bool Grow(bool ceiling)
+    {
+        if (ceiling && m_capacity > kLargestGrowing)
+            return false;
+        size_t bytes = sizeof(FailurePoint) * static_cast<size_t>(m_capacity) * 2;
+        void* block = realloc(m_heap, bytes);
+        if (!block)
+            return false;
+        if (!m_heap)
+            memcpy(block, m_local, sizeof m_local);
+        m_heap = m_points = static_cast<FailurePoint*>(block);
+        m_capacity *= 2;
+        return true;
+    }
+
+    FailurePoint m_local[kLocalPoints];
+    FailurePoint* m_points = m_local;
+    FailurePoint* m_heap = nullptr;
+    int m_size = 0;
+    int m_capacity = kLocalPoints;
+};
+
+class Matcher
+{
+  public:
+    Matcher(PatternBuffer* pb, const unsigned char* text, int size, int stop)
+        : m_code(pb->buffer), m_used(static_cast<int>(pb->used)), m_tr(pb->translate), m_text(text),
+          m_size(size), m_stop(stop)
+    {
+    }
+
+    int Run(int pos, MatchRegisters* regs);
+
+  private:
+    int Fold(int c) const { return m_tr ? m_tr[c] : c; }
+    bool IsWord(int d) const { return d >= 0 && d < m_size && WordCharTable[m_text[d]]; }
+    bool Literal(int& p, int& d) const;
+    bool BackReference(int group, int& d) const;
+    bool LeavesLoop(int p, int target) const;
+    bool EmptyIteration(int target, int d) const;
+    void Store(int pos, int d, MatchRegisters* regs) const;
+
+    unsigned char* m_code;
+    int m_used;
+    const unsigned char* m_tr;
+    const unsigned char* m_text;
+    int m_size;
+    int m_stop;
+    FailureStack m_stack;
+    int m_start[PATTERN_GROUPS];
+    int m_end[PATTERN_GROUPS];
+};
+
+bool Matcher::Literal(int& p, int& d) const
+{
+    int n = m_code[p];
+    const unsigned char* lit = m_code + p + 1;
+    p += 1 + n;
+    if (m_stop - d < n)
+        return false;
+    const unsigned char* t = m_text + d;
+    if (m_tr) {
+        for (int i = 0; i < n; ++i)
+            if (m_tr[t[i]] != lit[i])
+                return false;
+    } else if (memcmp(t, lit, n) != 0) {
+        return false;
+    }
+    d += n;
+    return true;
+}
+
+// A group that took no part in the path, or holds nothing, matches the empty
+// string.
+bool Matcher::BackReference(int group, int& d) const
+{
+    if (group >= PATTERN_GROUPS || m_end[group] < 0 || m_start[group] < 0 ||
+        m_end[group] <= m_start[group])
+        return true;
+    int length = m_end[group] - m_start[group];
+    if (m_stop - d < length)
+        return false;
+    const unsigned char* a = m_text + m_start[group];
+    const unsigned char* b = m_text + d;
+    if (m_tr) {
+        for (int i = 0; i < length; ++i)
+            if (m_tr[a[i]] != m_tr[b[i]])
+                return false;
+    } else if (memcmp(a, b, length) != 0) {
+        return false;
+    }
+    d += length;
+    return true;
+}
+
+// Decides, the first time a loop's back jump at `p` runs, whether the loop
+// can drop each iteration's failure point: it can when what follows the loop
+// can't start with what the body starts with. Group ops are stepped over a
+// byte at a time, so a loop closing group 1 or 3 reads the group number as a
+// literal or a line end; "\(a*\)a" fails on "aaa" for that, as intended.
+bool Matcher::LeavesLoop(int p, int target) const
+{
+    int q = p + 3;
+    while (q < m_used && (m_code[q] == OP_GROUP_END || m_code[q] == OP_GROUP_START))
+        q++;
+    if (q >= m_used)
+        return true;
+    if (m_code[q] != OP_LITERAL && m_code[q] != OP_LINE_END)
+        return false;
+    int c = '\r';
+    if (m_code[q] == OP_LITERAL)
+        c = q + 2 < m_used ? m_code[q + 2] : kNoByte;
+    const unsigned char* body = m_code + target + 3;
+    if (body[0] == OP_LITERAL)
+        return body[2] != c;
+    if (body[0] == OP_CHAR_SET || body[0] == OP_CHAR_SET_NOT)
+        return c == kNoByte || !InSet(body, c);
+    return false;
+}
+
+// The engine's own rule against endless loops: an iteration of a loop that
+// comes back to its start without having consumed anything fails, as if its
+// body had failed, so the match goes on behind the loop. Without it a body
+// that can match the empty string, as in "\(a*\)*" against "b", would come
+// round forever or fill the failure stack. The first iteration of a '+',
+// entered by its dummy jump, is exempt: it is the one that must happen.
+bool Matcher::EmptyIteration(int target, int d) const
+{
+    if (target < 0 || target + 3 > m_used || m_code[target] != OP_ON_FAILURE_JUMP)
+        return false;
+    int body = target + 3;
+    int end = body + Displacement(m_code + target + 1);
+    const FailurePoint* start = m_stack.FindIteration(body, end);
+    return start && start->code == end && start->text == d;
+}
+
+void Matcher::Store(int pos, int d, MatchRegisters* regs) const
+{
+    regs->start[0] = pos;
+    regs->end[0] = d;
+    for (int g = 1; g < PATTERN_GROUPS; ++g) {
+        bool set = m_end[g] >= 0;
+        regs->start[g] = set ? m_start[g] : -1;
+        regs->end[g] = set ? m_end[g] : -1;
+    }
+}
+
+int Matcher::Run(int pos, MatchRegisters* regs)
+{
+    for (int g = 0; g < PATTERN_GROUPS; ++g)
+        m_start[g] = m_end[g] = -1;
+    const unsigned char* code = m_code;
+    int p = 0;
+    int d = pos;
+    for (;;) {
+        if (p >= m_used) {
+            if (regs)
+                Store(pos, d, regs);
+            return d - pos;
+        }
+        int op = code[p++];
+        switch (op) {
+        case OP_LITERAL:
+            if (!Literal(p, d))
+                goto fail;
+            break;
+        case OP_LINE_START:
+            if (d != 0 && m_text[d - 1] != '\n')
+                goto fail;
+            break;
+        case OP_LINE_END:
+            if (d != m_size && m_text[d] != '\r')
+                goto fail;
+            break;
+        case OP_MAYBE_FINALIZE_JUMP:
+            op = LeavesLoop(p - 1, p + 2 + Displacement(code + p)) ? OP_FINALIZE_JUMP : OP_JUMP;
+            m_code[p - 1] = static_cast<unsigned char>(op);
+            /* fall through */
+        case OP_JUMP:
+        case OP_FINALIZE_JUMP: {
+            int target = p + 2 + Displacement(code + p);
+            if (EmptyIteration(target, d))
+                goto fail;
+            if (op == OP_FINALIZE_JUMP)
+                m_stack.Drop();
+            p = target;
+            break;
+        }
+        case OP_ON_FAILURE_JUMP:
+            if (!m_stack.Push(p + 2 + Displacement(code + p), d, true))
+                return MATCH_STACK_EXHAUSTED;
+            p += 2;
+            break;
+        case OP_DUMMY_FAILURE_JUMP: {
+            int target = p + 2 + Displacement(code + p);
+            if (!m_stack.Push(~target, d, false))
+                return MATCH_STACK_EXHAUSTED;
+            p = target;
+            break;
+        }
+        case OP_ANY_CHAR:
+            if (d >= m_stop || m_text[d] == '\r' || m_text[d] == '\n')
+                goto fail;
+            d++;
+            break;
+        case OP_CHAR_SET:
+        case OP_CHAR_SET_NOT: {
+            const unsigned char* set = code + p - 1;
+            p += 1 + set[1];
+            if (d >= m_stop || !InSet(set, Fold(m_text[d])))
+                goto fail;
+            d++;
+            break;
+        }
+        case OP_GROUP_START:
+            if (code[p] < PATTERN_GROUPS)
+                m_start[code[p]] = d;
+            p++;
+            break;
+        case OP_GROUP_END:
+            if (code[p] < PATTERN_GROUPS)
+                m_end[code[p]] = d;
+            p++;
+            break;
+        case OP_BACK_REF:
+            if (!BackReference(code[p++], d))
+                goto fail;
+            break;
+        case OP_WORD_START:
+            if (d >= m_size || !IsWord(d) || IsWord(d - 1))
+                goto fail;
+            break;
+        case OP_WORD_END:
+            if (!IsWord(d - 1) || IsWord(d))
+                goto fail;
+            break;
+        default:
+            break;
+        }
+        continue;
+    fail:
+        while (!m_stack.Empty() && m_stack.Top().code < 0)
+            m_stack.Drop();
+        if (m_stack.Empty())
+            return MATCH_NOT_FOUND;
+        p = m_stack.Top().code;
+        d = m_stack.Top().text;
+        m_stack.Drop();
+    }
+}
+
+// Walks every path of the code up to the first byte that a match must
+// consume. Backward jumps are loop back edges: the walk leaves the loop there.
+void WalkFirstChars(PatternBuffer* pb)
+{
+    const unsigned char* code = pb->buffer;
+    const unsigned char* tr = pb->translate;
+    unsigned char* map = pb->first_char_map;
+    auto flag = [&](int c) { map[tr ? tr[c] : c] = 1; };
+    int used = static_cast<int>(pb->used);
+    int stack[kWalkDepth];
+    int depth = 0;
+    int p = 0;
+    for (;;) {
+        if (p >= used) {
+            pb->can_be_empty = 1;
+            return;
+        }
+        bool done = true;
+        switch (code[p]) {
+        case OP_LITERAL:
+            flag(code[p + 2]);
+            break;
+        case OP_LINE_END:
+            flag('\r');
+            if (pb->can_be_empty != 1)
+                pb->can_be_empty = 2;
+            break;
+        case OP_JUMP:
+        case OP_FINALIZE_JUMP:
+        case OP_MAYBE_FINALIZE_JUMP:
+        case OP_DUMMY_FAILURE_JUMP: {
+            pb->can_be_empty = 1;
+            int disp = Displacement(code + p + 1);
+            int target = p + 3 + disp;
+            done = false;
+            if (disp > 0 || code[target] != OP_ON_FAILURE_JUMP) {
+                p = target;
+                break;
+            }
+            p = target + 3 + Displacement(code + target + 1);
+            if (depth > 0 && stack[depth - 1] == p)
+                depth--;
+            break;
+        }
+        case OP_ON_FAILURE_JUMP:
+            if (depth == kWalkDepth) {
+                // Too many open alternatives: the map can't be trusted.
+                pb->can_be_empty = 1;
+                return;
+            }
+            stack[depth++] = p + 3 + Displacement(code + p + 1);
+            p += 3;
+            done = false;
+            break;
+        case OP_CHAR_SET:
+        case OP_CHAR_SET_NOT:
+            for (int c = 0; c < 256; ++c)
+                if (InSet(code + p, c))
+                    flag(c);
+            break;
+        case OP_BACK_REF:
+            pb->can_be_empty = 1;
+            flag('\r');
+            /* fall through */
+        case OP_ANY_CHAR:
+            for (int c = 0; c < 256; ++c)
+                if (c != '\r' && c != '\n')
+                    map[c] = 1;
+            if (pb->can_be_empty != 0)
+                return;
+            break;
+        case OP_GROUP_START:
+        case OP_GROUP_END:
+            p += 2;
+            done = false;
+            break;
+        default:
+            p += 1;
+            done = false;
+            break;
+        }
+        if (done) {
+            if (depth == 0)
+                return;
+            p = stack[--depth];
+        }
+    }
+}
+
+// Filters positions for a forward search.
+struct ForwardFilter {
+    explicit ForwardFilter(const PatternBuffer* pb);
+    bool Passes(unsigned char c) const { return map[tr ? tr[c] : c] != 0; }
+    int Find(const unsigned char* text, int size, int from, int n) const;
+
+    const unsigned char* map;
+    const unsigned char* tr;
+    int single;                // the one byte that passes, or -1
+    const unsigned char* head; // a literal that every match starts with
+    int headLength;
+    int rare; // index of the head's least common byte
+};
+
+// How common a byte is in program text: lower is more common.
+int Commonness(unsigned char c)
+{
+    static const char kCommon[] = " etrinsaoc\tlud\npf_h()m;,=g*bTEvSxyRkN.LA-w\"IO>C/P0D1M#<F2{}&";
+    const char* at = strchr(kCommon, c);
+    return c != 0 && at ? static_cast<int>(at - kCommon) : 255;
+}
+
+ForwardFilter::ForwardFilter(const PatternBuffer* pb)
+    : map(pb->first_char_map), tr(pb->translate), single(pb->first_byte), head(nullptr),
+      headLength(0), rare(0)
+{
+    const unsigned char* code = pb->buffer;
+    if (single < 0 || tr || pb->used < 3 || code[0] != OP_LITERAL)
+        return;
+    head = code + 2;
+    headLength = code[1];
+    for (int i = 1; i < headLength; ++i)
+        if (Commonness(head[i]) > Commonness(head[rare]))
+            rare = i;
+}
+
+// The offset from `from`, below n, of the first position that passes the
+// map and, where the code starts with a literal, holds that literal; n if
+// there is none. Skipping a position whose literal differs only saves a
+// match that would fail.
+int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) const
+{
+    const unsigned char* s = text + from;
+    if (head) {
+        const unsigned char* end = text + size;
+        const unsigned char* q = s + rare;
+        const unsigned char* last = s + n + rare; // bound of the rare byte's search
+        if (last > end - (headLength - 1 - rare))
+            last = end - (headLength - 1 - rare);
+        while (q < last) {
+            q = static_cast<const unsigned char*>(memchr(q, head[rare], last - q));
+            if (!q)
+                break;
+            const unsigned char* start = q - rare;
+            if (memcmp(start, head, headLength) == 0)
+                return static_cast<int>(start - s);
+            q++;
+        }
+        return n;
+    }
+    if (single >= 0) {
+        const void* q = memchr(s, single, n);
+        return q ? static_cast<int>(static_cast<const unsigned char*>(q) - s) : n;
+    }
+    int i = 0;
+    if (tr) {
+        while (i < n && !map[tr[s[i]]])
+            i++;
+    } else {
+        while (i < n && !map[s[i]])
+            i++;
+    }
+    return i;
+}
+
+// True when the code starts with ".*": a failure at one position then
+// means failure at every later position of the same line, since each of
+// those tries runs a part of what the failed one ran, in the same order.
+bool StartsWithAnyRun(const PatternBuffer* pb)
+{
+    const unsigned char* code = pb->buffer;
+    return pb->used >= 7 && code[0] == OP_ON_FAILURE_JUMP && Displacement(code + 1) == 4 &&
+           code[3] == OP_ANY_CHAR &&
+           (code[4] == OP_JUMP || code[4] == OP_FINALIZE_JUMP ||
+            code[4] == OP_MAYBE_FINALIZE_JUMP) &&
+           Displacement(code + 5) == -7;
+}
+
+int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int pos, int range,
+                  MatchRegisters* regs)
+{
+    const ForwardFilter filter(pb);
+    const bool anyRun = StartsWithAnyRun(pb);
+    for (;;) {
+        if (pos < size && pb->can_be_empty != 1) {
+            int n = range < size - pos ? range : size - pos;
+            int i = filter.Find(text, size, pos, n);
+            if (i == n && n == range && filter.Passes(text[pos + n - 1]))
+                return MATCH_NOT_FOUND; // that byte was tried and failed last
+            pos += i;
+            range -= i;
+        }
+        if (pos == size && pb->can_be_empty == 0)
+            return MATCH_NOT_FOUND;
+        int length = MatchPattern(pb, reinterpret_cast<const char*>(text), size, pos, size, regs);
+        if (length >= 0)
+            return pos;
+        if (length == MATCH_STACK_EXHAUSTED)
+            return MATCH_STACK_EXHAUSTED;
+        if (range == 0 || pos >= size)
+            return MATCH_NOT_FOUND;
+        int eol = pos;
+        if (anyRun)
+            while (eol < size && text[eol] != '\r' && text[eol] != '\n')
+                eol++;
+        range--;
+        pos++;
+        if (range == 0)
+            return MATCH_NOT_FOUND;
+        if (eol > pos) {
+            if (eol - pos >= range)
+                return MATCH_NOT_FOUND;
+            range -= eol - pos;
+            pos = eol;
+        }
+    }
+}
+
+int SearchBackward(PatternBuffer* pb, const unsigned char* text, int size, int pos, int range,
+                   MatchRegisters* regs)
+{
+    const unsigned char* tr = pb->translate;
+    for (;;) {
+        bool tryHere = true;
+        if (pos < size && pb->can_be_empty != 1)
+            tryHere = pb->first_char_map[tr ? tr[text[pos]] : text[pos]] != 0;
+        if (tryHere) {
+            int length =
+                MatchPattern(pb, reinterpret_cast<const char*>(text), size, pos, size, regs);
+            if (length >= 0)
+                return pos;
+            if (length == MATCH_STACK_EXHAUSTED)
+                return MATCH_STACK_EXHAUSTED;
+        }
+        range++;
+        pos--;
+        if (pos == 0 && range == 0)
+            range = -1; // position 0 gets its try
+        if (range == 0)
+            return MATCH_NOT_FOUND;
+    }
+}
+
+} // namespace
+
+void BuildFirstCharMap(PatternBuffer* pb)
+{
+    memset(pb->first_char_map, 0, sizeof pb->first_char_map);
+    pb->map_valid = 1;
+    pb->can_be_empty = 0;
+    pb->first_byte = -1;
+    if (!pb->buffer)
+        return;
+    WalkFirstChars(pb);
+    int passing = 0;
+    for (int c = 0; c < 256 && passing < 2; ++c) {
+        if (pb->first_char_map[pb->translate ? pb->translate[c] : c]) {
+            pb->first_byte = static_cast<int16_t>(c);
+            passing++;
+        }
+    }
+    if (passing != 1)
+        pb->first_byte = -1;
+}
+
+int MatchPattern(PatternBuffer* pb, const char* text, int size, int pos, int stop,
+                 MatchRegisters* regs)
+{
+    if (stop > size)
+        stop = size;
+    if (pos < 0 || pos > stop || !pb->buffer)
+        return MATCH_NOT_FOUND;
+    Matcher matcher(pb, reinterpret_cast<const unsigned char*>(text), size, stop);
+    return matcher.Run(pos, regs);
+}
+
+// Forward, a range of N tries start to start + N - 1, and start + N too when
+// the map filter ran to the end of the range: that try lets '$' match at the
+// end of the text. Positions beyond the text are never tried.
+int SearchPattern(PatternBuffer* pb, const char* text, int size, int start, int range,
+                  MatchRegisters* regs)
+{
+    if (!pb->map_valid)
+        BuildFirstCharMap(pb);
+    if (range == 0 || start < 0 || start > size || !pb->buffer)
+        return MATCH_NOT_FOUND;
+    const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
+    if (range > 0)
+        return SearchForward(pb, bytes, size, start, range, regs);
+    if (range < -start)
+        range = -start;
+    if (range == 0)
+        return MATCH_NOT_FOUND;
+    return SearchBackward(pb, bytes, size, start, range, regs);
+}
