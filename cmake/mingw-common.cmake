@@ -1,5 +1,6 @@
-set(CMAKE_C_COMPILER ${KM_TRIPLE}-gcc)
-set(CMAKE_CXX_COMPILER ${KM_TRIPLE}-g++)
+# The posix thread model: GoogleTest needs std::mutex.
+set(CMAKE_C_COMPILER ${KM_TRIPLE}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${KM_TRIPLE}-g++-posix)
 set(CMAKE_RC_COMPILER ${KM_TRIPLE}-windres)
 set(CMAKE_FIND_ROOT_PATH /usr/${KM_TRIPLE})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
