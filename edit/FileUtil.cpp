@@ -334,18 +334,24 @@ bool RemoveFile(const char* path)
     }
 }
 
+// The last dot of the whole path, not of the name: a dotted directory with
+// a dotless name cuts at the directory's dot. Intended.
+CString BackupName(const char* fullName)
+{
+    CString backup(fullName);
+    int dot = backup.ReverseFind('.');
+    if (dot >= 0)
+        backup = backup.Left(dot);
+    backup += ".BAK";
+    return backup;
+}
+
 bool MakeBackup(const char* path)
 {
     FileStatus status;
     if (!GetFileStatus(path, status))
         return true; // nothing to back up
-    // The last dot of the whole path, not of the name: a dotted directory
-    // with a dotless name cuts at the directory's dot. Intended.
-    CString backup(status.fullName);
-    int dot = backup.ReverseFind('.');
-    if (dot >= 0)
-        backup = backup.Left(dot);
-    backup += ".BAK";
+    CString backup = BackupName(status.fullName);
     try {
         if (::GetFileAttributesA(backup) != INVALID_FILE_ATTRIBUTES)
             CFile::Remove(backup);

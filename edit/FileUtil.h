@@ -51,5 +51,7 @@ bool GetFileStatus(const char* path, FileStatus& status);
 bool MakeTempName(const char* extension, CString& name);
 bool WriteStringFile(const char* path, const char* text);
 bool RemoveFile(const char* path);
+// The .BAK name of a full path: from its last dot, or its end, on.
+CString BackupName(const char* fullName);
 // Moves path to its .BAK name; true when there was nothing to back up.
 bool MakeBackup(const char* path);

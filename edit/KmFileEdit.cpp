@@ -307,14 +307,17 @@ bool CKmFileEdit::WriteTextTo(const char* name)
 
     if (written) {
         DWORD attributes = ::GetFileAttributesA(name);
-        if (theApp.flags & KF_BACKUP)
-            MakeBackup(name); // a failed backup does not stop the save
+        bool backedUp = false;
+        if ((theApp.flags & KF_BACKUP) && attributes != INVALID_FILE_ATTRIBUTES)
+            backedUp = MakeBackup(name); // a failed backup does not stop the save
         if (::MoveFileExA(temp, name, MOVEFILE_REPLACE_EXISTING)) {
             if (attributes != INVALID_FILE_ATTRIBUTES)
                 ::SetFileAttributesA(name, attributes);
             return true;
         }
         DWORD os = ::GetLastError();
+        if (backedUp) // the original goes back to its name
+            ::MoveFileA(BackupName(name), name);
         ReportFileError(name, CFileException(CFileException::OsErrorToException(
                                                  static_cast<long>(os)),
                                              static_cast<long>(os)),
