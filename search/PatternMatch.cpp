@@ -8,6 +8,14 @@
 namespace
 {
 
+// The shortcuts below change no result; a build without them serves as the
+// reference that they are checked against.
+#ifdef KM_PATTERN_PLAIN
+constexpr bool kShortcuts = false;
+#else
+constexpr bool kShortcuts = true;
+#endif
+
 const int kLocalPoints = 128;
 // A full stack of more than 16384 bytes of 8-byte pairs doesn't grow for an
 // on-failure jump, so 4096 points is the ceiling.
@@ -112,6 +120,9 @@ class Matcher
     bool Literal(int& p, int& d) const;
     bool BackReference(int group, int& d) const;
     bool LeavesLoop(int p, int target) const;
+    bool BodyMatches(const unsigned char* body, int d) const;
+    int SingleByteLoop(int at, int& p, int& d);
+    bool FailsAtOnce(const FailurePoint& point) const;
     bool EmptyIteration(int target, int d) const;
     void Store(int pos, int d, MatchRegisters* regs) const;
 
@@ -209,6 +220,81 @@ bool Matcher::EmptyIteration(int target, int d) const
     return start && start->code == end && start->text == d;
 }
 
+bool Matcher::BodyMatches(const unsigned char* body, int d) const
+{
+    int c = m_text[d];
+    switch (body[0]) {
+    case OP_ANY_CHAR:
+        return c != '\r' && c != '\n';
+    case OP_LITERAL:
+        return Fold(c) == body[2];
+    default:
+        return InSet(body, Fold(c));
+    }
+}
+
+enum { LOOP_NOT_SIMPLE = 0, LOOP_DONE = 1 };
+
+// A loop whose body is one byte-matching op ("a*", ".*", "[0-9]*") runs here
+// in one go, with the same failure points and patch that running it op by
+// op would leave: a finalized loop pushes and drops one point per iteration,
+// an unfinalized one keeps one per iteration, and the failing last try pops
+// the newest.
+int Matcher::SingleByteLoop(int at, int& p, int& d)
+{
+    const unsigned char* code = m_code;
+    const unsigned char* body = code + at + 3;
+    int bodyLength;
+    switch (body[0]) {
+    case OP_ANY_CHAR:
+        bodyLength = 1;
+        break;
+    case OP_CHAR_SET:
+    case OP_CHAR_SET_NOT:
+        bodyLength = 2 + body[1];
+        break;
+    case OP_LITERAL:
+        if (body[1] != 1)
+            return LOOP_NOT_SIMPLE;
+        bodyLength = 3;
+        break;
+    default:
+        return LOOP_NOT_SIMPLE;
+    }
+    int jump = at + 3 + bodyLength;
+    int end = at + 3 + Displacement(code + at + 1);
+    if (jump + 3 != end || end > m_used ||
+        (code[jump] != OP_JUMP && code[jump] != OP_FINALIZE_JUMP &&
+         code[jump] != OP_MAYBE_FINALIZE_JUMP) ||
+        jump + 3 + Displacement(code + jump + 1) != at)
+        return LOOP_NOT_SIMPLE;
+    int k = 0;
+    while (d + k < m_stop && BodyMatches(body, d + k))
+        k++;
+    int op = code[jump];
+    if (k > 0 && op == OP_MAYBE_FINALIZE_JUMP) {
+        op = LeavesLoop(jump, at) ? OP_FINALIZE_JUMP : OP_JUMP;
+        m_code[jump] = static_cast<unsigned char>(op);
+    }
+    int pushes = k == 0 || op == OP_FINALIZE_JUMP ? 1 : k + 1;
+    for (int i = 0; i < pushes; ++i)
+        if (!m_stack.Push(end, d + i, true))
+            return MATCH_STACK_EXHAUSTED;
+    m_stack.Drop();
+    d += k;
+    p = end;
+    return LOOP_DONE;
+}
+
+// A point whose code begins with a literal that the text there doesn't
+// start with would only fail again at once.
+bool Matcher::FailsAtOnce(const FailurePoint& point) const
+{
+    if (point.code >= m_used || m_code[point.code] != OP_LITERAL)
+        return false;
+    return point.text >= m_stop || Fold(m_text[point.text]) != m_code[point.code + 2];
+}
+
 void Matcher::Store(int pos, int d, MatchRegisters* regs) const
 {
     regs->start[0] = pos;
@@ -262,6 +348,13 @@ int Matcher::Run(int pos, MatchRegisters* regs)
             break;
         }
         case OP_ON_FAILURE_JUMP:
+            if (kShortcuts) {
+                int loop = SingleByteLoop(p - 1, p, d);
+                if (loop == MATCH_STACK_EXHAUSTED)
+                    return MATCH_STACK_EXHAUSTED;
+                if (loop == LOOP_DONE)
+                    break;
+            }
             if (!m_stack.Push(p + 2 + Displacement(code + p), d, true))
                 return MATCH_STACK_EXHAUSTED;
             p += 2;
@@ -314,7 +407,8 @@ int Matcher::Run(int pos, MatchRegisters* regs)
         }
         continue;
     fail:
-        while (!m_stack.Empty() && m_stack.Top().code < 0)
+        while (!m_stack.Empty() &&
+               (m_stack.Top().code < 0 || (kShortcuts && FailsAtOnce(m_stack.Top()))))
             m_stack.Drop();
         if (m_stack.Empty())
             return MATCH_NOT_FOUND;
@@ -413,18 +507,30 @@ void WalkFirstChars(PatternBuffer* pb)
     }
 }
 
-// Filters positions for a forward search.
-struct ForwardFilter {
+// Finds the positions worth a try in a forward search: those whose byte
+// passes the map, less those that would fail at the first op because the
+// code starts with a literal or a line start that isn't there.
+class ForwardFilter
+{
+  public:
     explicit ForwardFilter(const PatternBuffer* pb);
-    bool Passes(unsigned char c) const { return map[tr ? tr[c] : c] != 0; }
+    bool Passes(unsigned char c) const { return m_pass[c] != 0; }
+    // The offset from `from`, below n, of the first position worth a try;
+    // n if there is none.
     int Find(const unsigned char* text, int size, int from, int n) const;
 
-    const unsigned char* map;
-    const unsigned char* tr;
-    int single;                // the one byte that passes, or -1
-    const unsigned char* head; // a literal that every match starts with
-    int headLength;
-    int rare; // index of the head's least common byte
+  private:
+    int FindHead(const unsigned char* text, int size, int from, int n) const;
+    bool Worth(const unsigned char* text, int size, int q) const;
+
+    const unsigned char* m_pass; // the map as text bytes see it
+    unsigned char m_folded[256];
+    const unsigned char* m_tr;
+    int m_single;                          // the one byte that passes, or -1
+    const unsigned char* m_head = nullptr; // the literal that every match starts with
+    int m_headLength = 0;
+    int m_rare = 0; // index of the head's least common byte
+    bool m_lineStart = false;
 };
 
 // How common a byte is in program text: lower is more common.
@@ -436,56 +542,93 @@ int Commonness(unsigned char c)
 }
 
 ForwardFilter::ForwardFilter(const PatternBuffer* pb)
-    : map(pb->first_char_map), tr(pb->translate), single(pb->first_byte), head(nullptr),
-      headLength(0), rare(0)
+    : m_pass(pb->first_char_map), m_tr(pb->translate), m_single(pb->first_byte)
 {
-    const unsigned char* code = pb->buffer;
-    if (single < 0 || tr || pb->used < 3 || code[0] != OP_LITERAL)
+    if (m_tr) {
+        for (int c = 0; c < 256; ++c)
+            m_folded[c] = pb->first_char_map[m_tr[c]];
+        m_pass = m_folded;
+    }
+    if (!kShortcuts) {
+        m_single = -1;
         return;
-    head = code + 2;
-    headLength = code[1];
-    for (int i = 1; i < headLength; ++i)
-        if (Commonness(head[i]) > Commonness(head[rare]))
-            rare = i;
+    }
+    const unsigned char* code = pb->buffer;
+    m_lineStart = pb->used >= 1 && code[0] == OP_LINE_START;
+    if (pb->used < 3 || code[0] != OP_LITERAL)
+        return;
+    m_head = code + 2;
+    m_headLength = code[1];
+    for (int i = 1; i < m_headLength && !m_tr; ++i)
+        if (Commonness(m_head[i]) > Commonness(m_head[m_rare]))
+            m_rare = i;
 }
 
-// The offset from `from`, below n, of the first position that passes the
-// map and, where the code starts with a literal, holds that literal; n if
-// there is none. Skipping a position whose literal differs only saves a
-// match that would fail.
-int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) const
+bool ForwardFilter::Worth(const unsigned char* text, int size, int q) const
+{
+    if (m_lineStart && q != 0 && text[q - 1] != '\n')
+        return false;
+    if (!m_head)
+        return true;
+    if (size - q < m_headLength)
+        return false;
+    if (!m_tr)
+        return memcmp(text + q, m_head, m_headLength) == 0;
+    for (int i = 0; i < m_headLength; ++i)
+        if (m_tr[text[q + i]] != m_head[i])
+            return false;
+    return true;
+}
+
+// Looks for the head's least common byte first.
+int ForwardFilter::FindHead(const unsigned char* text, int size, int from, int n) const
 {
     const unsigned char* s = text + from;
-    if (head) {
-        const unsigned char* end = text + size;
-        const unsigned char* q = s + rare;
-        const unsigned char* last = s + n + rare; // bound of the rare byte's search
-        if (last > end - (headLength - 1 - rare))
-            last = end - (headLength - 1 - rare);
-        while (q < last) {
-            q = static_cast<const unsigned char*>(memchr(q, head[rare], last - q));
-            if (!q)
-                break;
-            const unsigned char* start = q - rare;
-            if (memcmp(start, head, headLength) == 0)
-                return static_cast<int>(start - s);
-            q++;
-        }
-        return n;
+    const unsigned char* q = s + m_rare;
+    const unsigned char* last = s + n + m_rare;
+    const unsigned char* end = text + size - (m_headLength - 1 - m_rare);
+    if (last > end)
+        last = end;
+    while (q < last) {
+        q = static_cast<const unsigned char*>(memchr(q, m_head[m_rare], last - q));
+        if (!q)
+            break;
+        if (memcmp(q - m_rare, m_head, m_headLength) == 0)
+            return static_cast<int>(q - m_rare - s);
+        q++;
     }
-    if (single >= 0) {
-        const void* q = memchr(s, single, n);
-        return q ? static_cast<int>(static_cast<const unsigned char*>(q) - s) : n;
-    }
+    return n;
+}
+
+int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) const
+{
+    if (m_head && !m_tr)
+        return FindHead(text, size, from, n);
+    const unsigned char* s = text + from;
     int i = 0;
-    if (tr) {
-        while (i < n && !map[tr[s[i]]])
-            i++;
-    } else {
-        while (i < n && !map[s[i]])
-            i++;
+    while (i < n) {
+        if (m_single >= 0) {
+            const void* q = memchr(s + i, m_single, n - i);
+            if (!q)
+                return n;
+            i = static_cast<int>(static_cast<const unsigned char*>(q) - s);
+        } else if (m_lineStart && from + i != 0 && s[i - 1] != '\n') {
+            const void* q = memchr(s + i, '\n', n - i);
+            if (!q)
+                return n;
+            i = static_cast<int>(static_cast<const unsigned char*>(q) - s) + 1;
+            continue;
+        } else {
+            while (i < n && !m_pass[s[i]])
+                i++;
+            if (i == n)
+                return n;
+        }
+        if (Worth(text, size, from + i))
+            return i;
+        i++;
     }
-    return i;
+    return n;
 }
 
 // True when the code starts with ".*": a failure at one position then
@@ -494,8 +637,8 @@ int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) co
 bool StartsWithAnyRun(const PatternBuffer* pb)
 {
     const unsigned char* code = pb->buffer;
-    return pb->used >= 7 && code[0] == OP_ON_FAILURE_JUMP && Displacement(code + 1) == 4 &&
-           code[3] == OP_ANY_CHAR &&
+    return kShortcuts && pb->used >= 7 && code[0] == OP_ON_FAILURE_JUMP &&
+           Displacement(code + 1) == 4 && code[3] == OP_ANY_CHAR &&
            (code[4] == OP_JUMP || code[4] == OP_FINALIZE_JUMP ||
             code[4] == OP_MAYBE_FINALIZE_JUMP) &&
            Displacement(code + 5) == -7;
