@@ -62,6 +62,17 @@ class FailureStack
         m_points[m_size++] = FailurePoint{code, text};
         return true;
     }
+    // Pushes (code, text), (code, text + 1), ... as `count` pushes with the
+    // ceiling would, failing where one of them would.
+    bool PushRun(int code, int text, int count)
+    {
+        while (m_capacity - m_size < count)
+            if (!Grow(true))
+                return false;
+        for (int i = 0; i < count; ++i)
+            m_points[m_size++] = FailurePoint{code, text + i};
+        return true;
+    }
     bool Empty() const { return m_size == 0; }
     const FailurePoint& Top() const { return m_points[m_size - 1]; }
     void Drop()
@@ -120,7 +131,7 @@ class Matcher
     bool Literal(int& p, int& d) const;
     bool BackReference(int group, int& d) const;
     bool LeavesLoop(int p, int target) const;
-    bool BodyMatches(const unsigned char* body, int d) const;
+    int BodyRun(const unsigned char* body, int d) const;
     int SingleByteLoop(int at, int& p, int& d);
     bool FailsAtOnce(const FailurePoint& point) const;
     bool EmptyIteration(int target, int d) const;
@@ -220,17 +231,27 @@ bool Matcher::EmptyIteration(int target, int d) const
     return start && start->code == end && start->text == d;
 }
 
-bool Matcher::BodyMatches(const unsigned char* body, int d) const
+// How many bytes from d on the one-byte body matches in a row.
+int Matcher::BodyRun(const unsigned char* body, int d) const
 {
-    int c = m_text[d];
+    const unsigned char* t = m_text + d;
+    int limit = m_stop - d;
+    int k = 0;
     switch (body[0]) {
     case OP_ANY_CHAR:
-        return c != '\r' && c != '\n';
+        while (k < limit && t[k] != '\r' && t[k] != '\n')
+            k++;
+        break;
     case OP_LITERAL:
-        return Fold(c) == body[2];
+        while (k < limit && Fold(t[k]) == body[2])
+            k++;
+        break;
     default:
-        return InSet(body, Fold(c));
+        while (k < limit && InSet(body, Fold(t[k])))
+            k++;
+        break;
     }
+    return k;
 }
 
 enum { LOOP_NOT_SIMPLE = 0, LOOP_DONE = 1 };
@@ -268,18 +289,15 @@ int Matcher::SingleByteLoop(int at, int& p, int& d)
          code[jump] != OP_MAYBE_FINALIZE_JUMP) ||
         jump + 3 + Displacement(code + jump + 1) != at)
         return LOOP_NOT_SIMPLE;
-    int k = 0;
-    while (d + k < m_stop && BodyMatches(body, d + k))
-        k++;
+    int k = BodyRun(body, d);
     int op = code[jump];
     if (k > 0 && op == OP_MAYBE_FINALIZE_JUMP) {
         op = LeavesLoop(jump, at) ? OP_FINALIZE_JUMP : OP_JUMP;
         m_code[jump] = static_cast<unsigned char>(op);
     }
     int pushes = k == 0 || op == OP_FINALIZE_JUMP ? 1 : k + 1;
-    for (int i = 0; i < pushes; ++i)
-        if (!m_stack.Push(end, d + i, true))
-            return MATCH_STACK_EXHAUSTED;
+    if (!m_stack.PushRun(end, d, pushes))
+        return MATCH_STACK_EXHAUSTED;
     m_stack.Drop();
     d += k;
     p = end;
