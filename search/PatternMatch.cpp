@@ -51,7 +51,11 @@ class FailureStack
     FailureStack() = default;
     FailureStack(const FailureStack&) = delete;
     FailureStack& operator=(const FailureStack&) = delete;
-    ~FailureStack() { free(m_heap); }
+    ~FailureStack()
+    {
+        if (m_heap)
+            free(m_heap);
+    }
 
     // False when the stack can't take the point: at the ceiling, if
     // `ceiling` is set, or when memory runs out.
@@ -127,6 +131,7 @@ class Matcher
 
   private:
     int Fold(int c) const { return m_tr ? m_tr[c] : c; }
+    // Before the start and at the end of the text there is no word byte.
     bool IsWord(int d) const { return d >= 0 && d < m_size && WordCharTable[m_text[d]]; }
     bool Literal(int& p, int& d) const;
     bool BackReference(int group, int& d) const;
@@ -160,7 +165,7 @@ bool Matcher::Literal(int& p, int& d) const
         for (int i = 0; i < n; ++i)
             if (m_tr[t[i]] != lit[i])
                 return false;
-    } else if (memcmp(t, lit, n) != 0) {
+    } else if (n > 0 && (t[0] != lit[0] || memcmp(t + 1, lit + 1, n - 1) != 0)) {
         return false;
     }
     d += n;
@@ -541,7 +546,9 @@ class ForwardFilter
     int FindHead(const unsigned char* text, int size, int from, int n) const;
     bool Worth(const unsigned char* text, int size, int q) const;
 
-    const unsigned char* m_pass; // the map as text bytes see it
+    // The map as text bytes see it: indexed by the unsigned byte, folded
+    // first when folding, forward as backward.
+    const unsigned char* m_pass;
     unsigned char m_folded[256];
     const unsigned char* m_tr;
     int m_single;                          // the one byte that passes, or -1
