@@ -279,6 +279,11 @@ TEST(PatternMatch, GroupsAndRegisters)
     EXPECT_EQ(10, regs.end[9]);
     EXPECT_EQ(12, regs.end[0]);
     EXPECT_EQ(MATCH_NOT_FOUND, ten.Find("abcdefghijj"));
+    // The contents of a group past the ninth repeat as a whole.
+    std::string nine = "\\(1\\)\\(2\\)\\(3\\)\\(4\\)\\(5\\)\\(6\\)\\(7\\)\\(8\\)\\(9\\)";
+    EXPECT_EQ((Hit{0, 15}), FindIn(nine + "a\\(bc\\)*d", "123456789abcbcd"));
+    EXPECT_EQ((Hit{0, 11}), FindIn(nine + "a\\(bc\\)*d", "123456789ad"));
+    EXPECT_EQ(kNone, FindIn(nine + "a\\(bc\\)*d", "123456789abd"));
 
     // A value recorded on an abandoned path stays.
     Compiled abandoned("\\(a\\)*ab");
