@@ -322,6 +322,23 @@ TEST_F(EditorTest, UnixLastLineWithoutTerminatorStaysWithout)
     EXPECT_TRUE(m_answers.boxes.empty());
 }
 
+TEST_F(EditorTest, BytesAbove127AndLongFilesComeBackUnchanged)
+{
+    std::string high;
+    for (int byte = 128; byte < 256; ++byte)
+        high += static_cast<char>(byte);
+    RoundTrip("high.txt", high + "\r\n", high + "\r\n", FF_DOS, "x", "x" + high + "\r\n");
+
+    std::string unix, shown;
+    for (int line = 0; line < 20000; ++line) {
+        std::string text = "line " + std::to_string(line) + " of a long file";
+        unix += text + "\n";
+        shown += text + "\r\n";
+    }
+    RoundTrip("long.txt", unix, shown, FF_UNIX, "first\r\n", "first\n" + unix);
+    EXPECT_TRUE(m_answers.boxes.empty());
+}
+
 TEST_F(EditorTest, TypedTextIsSavedAndASecondSaveWritesTheNewText)
 {
     CKmFileEdit* edit = OpenWith("typed.txt", "end\n");
@@ -684,6 +701,24 @@ TEST_F(EditorTest, OpeningTheSamePathAgainGivesTheSameWindow)
     EXPECT_EQ(1u, Children().size());
     EXPECT_EQ("unsaved x\r\n", EditText(edit)); // not loaded anew
     EXPECT_TRUE(m_answers.boxes.empty());
+}
+
+TEST_F(EditorTest, HexViewOfAModifiedEditorAsksAndCancelKeepsTheEditor)
+{
+    CKmFileEdit* edit = OpenWith("hex.c", "x\r\n");
+    ASSERT_NE(nullptr, edit);
+    HWND wnd = edit->m_hWnd;
+    InsertAtStart(edit, "y");
+    m_answers.Queue(IDCANCEL);
+    EXPECT_EQ(nullptr, m_frame->OpenFile(Path("hex.c").c_str(), true, true));
+    PumpUntilIdle();
+    ASSERT_EQ(1u, m_answers.boxes.size());
+    EXPECT_EQ("Save changes to '" + Lower(Path("hex.c")) + "'\nbefore closing?",
+              m_answers.boxes[0].text);
+    ASSERT_TRUE(::IsWindow(wnd));
+    EXPECT_EQ(1u, Children().size());
+    EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
+    EXPECT_EQ("yx\r\n", EditText(edit));
 }
 
 TEST_F(EditorTest, SaveOfAnUnmodifiedWindowWritesNothing)
