@@ -25,7 +25,6 @@ class BoxAnswerer
     // queued, or that lacks the queued button, gets No, else Cancel, else
     // OK.
     void Queue(int button) { m_queue.push_back(button); }
-    size_t Pending() const { return m_queue.size(); }
     void Clear()
     {
         m_queue.clear();

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -266,14 +267,6 @@ class EditorTest : public ::testing::Test
             if (!::GetWindow(wnd, GW_OWNER))
                 children.push_back(wnd);
         return children;
-    }
-
-    std::vector<std::string> Texts() const
-    {
-        std::vector<std::string> texts;
-        for (const BoxAnswerer::Box& box : m_answers.boxes)
-            texts.push_back(box.text);
-        return texts;
     }
 
     // Loads, checks the control, inserts text at the start, saves, and
@@ -666,6 +659,28 @@ TEST_F(EditorTest, SaveOverAFileHeldOpenLeavesItWhole)
     EXPECT_EQ(1u, m_answers.boxes.size());
     EXPECT_EQ("changed line one\nline two\n", ReadBytes(path));
     EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+}
+
+TEST_F(EditorTest, FailedSaveWithBackupsOnLeavesTheOriginalAndNoBackup)
+{
+    theApp.flags |= KF_BACKUP;
+    const std::string path = Path("held.c");
+    CKmFileEdit* edit = OpenWith("held.c", "kept\r\n");
+    ASSERT_NE(nullptr, edit);
+    InsertAtStart(edit, "lost ");
+    HANDLE holder = ::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, holder);
+    Save(edit);
+    ::CloseHandle(holder);
+
+    // The backup and the write are reported each.
+    ASSERT_EQ(2u, m_answers.boxes.size());
+    for (const BoxAnswerer::Box& box : m_answers.boxes)
+        EXPECT_EQ(0u, box.text.find("Error accessing '")) << box.text;
+    EXPECT_EQ("kept\r\n", ReadBytes(path));
+    EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
+    EXPECT_EQ(std::vector<std::string>{"held.c"}, FilesLike(m_dir, "*"));
 }
 
 TEST_F(EditorTest, SaveKeepsTheAttributesOfTheFile)
