@@ -112,7 +112,7 @@ bool CMDIFrameWnd::OnCommand(WPARAM wParam, LPARAM lParam)
         return false; // the window list and system commands
     if (lParam == 0) {
         if (CMDIChildWnd* child = MDIGetActive())
-            if (child->OnCmdMsg(id, HIWORD(wParam)))
+            if (child->OnCmdMsg(id, CommandCode(wParam, lParam)))
                 return true;
     }
     return CWnd::OnCommand(wParam, lParam);

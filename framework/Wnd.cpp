@@ -161,9 +161,9 @@ bool CWnd::OnCmdMsg(UINT id, UINT code)
     return DispatchEntry(entry, id, 0, 0, ignored);
 }
 
-bool CWnd::OnCommand(WPARAM wParam, LPARAM)
+bool CWnd::OnCommand(WPARAM wParam, LPARAM lParam)
 {
-    return OnCmdMsg(LOWORD(wParam), HIWORD(wParam));
+    return OnCmdMsg(LOWORD(wParam), CommandCode(wParam, lParam));
 }
 
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)

@@ -106,6 +106,12 @@ public:
 
     // Searches the maps for a command; true when a handler ran.
     virtual bool OnCmdMsg(UINT id, UINT code);
+    // The code under which a WM_COMMAND is looked up: a menu item and an
+    // accelerator (code 1) are the same command, found by ON_COMMAND.
+    static UINT CommandCode(WPARAM wParam, LPARAM lParam)
+    {
+        return lParam == 0 && HIWORD(wParam) == 1 ? 0 : HIWORD(wParam);
+    }
     virtual bool PreTranslateMessage(MSG*) { return false; }
 
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const
