@@ -14,6 +14,7 @@
 #include <cstring>
 #include <dde.h>
 #include <shellapi.h>
+#include <vector>
 
 IMPLEMENT_DYNAMIC(CKmFrame, CMDIFrameWnd)
 
@@ -253,15 +254,54 @@ void CKmFrame::ShowContextMenu(int x, int y)
                      nullptr);
 }
 
+namespace {
+
+bool KeyHeld(int key) { return (::GetKeyState(key) & 0x8000) != 0; }
+
+// The command that a key message stands for in table, 0 for none.
+WORD FindAccelerator(HACCEL table, const MSG& msg)
+{
+    const bool virtualKey = msg.message == WM_KEYDOWN || msg.message == WM_SYSKEYDOWN;
+    if (!virtualKey && msg.message != WM_CHAR && msg.message != WM_SYSCHAR)
+        return 0;
+    const int count = ::CopyAcceleratorTableA(table, nullptr, 0);
+    if (count <= 0)
+        return 0;
+    std::vector<ACCEL> entries(static_cast<size_t>(count));
+    ::CopyAcceleratorTableA(table, entries.data(), count);
+    const BYTE held = static_cast<BYTE>((KeyHeld(VK_SHIFT) ? FSHIFT : 0) |
+                                        (KeyHeld(VK_CONTROL) ? FCONTROL : 0) |
+                                        (KeyHeld(VK_MENU) ? FALT : 0));
+    const bool altChar = (msg.lParam & 0x20000000) != 0;
+    for (const ACCEL& entry : entries) {
+        if (entry.key != msg.wParam || ((entry.fVirt & FVIRTKEY) != 0) != virtualKey)
+            continue;
+        if (virtualKey ? (entry.fVirt & (FSHIFT | FCONTROL | FALT)) != held
+                       : ((entry.fVirt & FALT) != 0) != altChar)
+            continue;
+        return entry.cmd;
+    }
+    return 0;
+}
+
+} // namespace
+
 // A key goes to the active child, then the accelerators, then the MDI keys.
+// The table is read here rather than by TranslateAccelerator, which drops
+// the key of a grayed menu item: handlers rely on getting their keys, and
+// the states of the items are only set when a popup opens.
 bool CKmFrame::PreTranslateMessage(MSG* msg)
 {
     if (msg->message < WM_KEYFIRST || msg->message > WM_KEYLAST)
         return false;
     if (m_pActiveChild && m_pActiveChild->PreTranslateMessage(msg))
         return true;
-    if (m_hAccel && ::TranslateAcceleratorA(m_hWnd, m_hAccel, msg))
-        return true;
+    if (m_hAccel) {
+        if (WORD command = FindAccelerator(m_hAccel, *msg)) {
+            SendMessage(WM_COMMAND, MAKEWPARAM(command, 1));
+            return true;
+        }
+    }
     return CMDIFrameWnd::PreTranslateMessage(msg);
 }
 
