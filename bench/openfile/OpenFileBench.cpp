@@ -104,7 +104,7 @@ void MeasureHalves(const std::string& path, Times& times)
     ::DestroyWindow(edit); // frees the block with the control
 }
 
-bool MeasureEditor(CKmFrame* frame, const std::string& path, Times& times)
+bool MeasureEditor(CKmFrame* frame, const std::string& path, size_t size, Times& times)
 {
     double start = NowMs();
     CKmChild* child = frame->OpenFile(path.c_str(), false, false);
@@ -117,6 +117,11 @@ bool MeasureEditor(CKmFrame* frame, const std::string& path, Times& times)
     start = NowMs();
     ::SendMessageA(child->m_hWnd, WM_COMMAND, ID_FILE_SAVE, 0);
     times.save = NowMs() - start;
+    WIN32_FILE_ATTRIBUTE_DATA saved = {};
+    ::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &saved);
+    if (saved.nFileSizeLow != size || saved.nFileSizeHigh != 0)
+        printf("%s: the save wrote %lu bytes, not %lu\n", path.c_str(), saved.nFileSizeLow,
+               static_cast<unsigned long>(size));
     start = NowMs();
     static_cast<CKmFileEdit*>(child)->LoadIntoEdit(path.c_str(), false);
     times.reload = NowMs() - start;
@@ -150,7 +155,7 @@ bool RunOne(CKmFrame* frame, const std::string& dir, const char* name, const cha
     ::CopyFileA(path.c_str(), copy.c_str(), FALSE);
     times.copy = NowMs() - start;
     MeasureHalves(path, times);
-    bool opened = MeasureEditor(frame, path, times);
+    bool opened = MeasureEditor(frame, path, text.size(), times);
     if (opened)
         Report(name, times, text.size());
     else
