@@ -18,6 +18,10 @@
 
 IMPLEMENT_DYNAMIC(CKmFrame, CMDIFrameWnd)
 
+namespace {
+const UINT g_findReplaceMessage = ::RegisterWindowMessageA(FINDMSGSTRINGA);
+}
+
 // clang-format off
 BEGIN_MESSAGE_MAP(CKmFrame, CMDIFrameWnd)
     ON_MESSAGE(WM_CLOSE, OnClose)
@@ -42,6 +46,7 @@ BEGIN_MESSAGE_MAP(CKmFrame, CMDIFrameWnd)
     ON_MESSAGE(WM_KM_FILEMANAGERCLOSED, OnFileManagerClosed)
     ON_MESSAGE(WM_KM_GREP, OnNotYet)
     ON_MESSAGE(WM_KM_PROCESSDONE, OnNotYet)
+    ON_REGISTERED_MESSAGE(&g_findReplaceMessage, OnNotYet)
     ON_COMMAND(ID_FILE_NEW, OnFileNew)
     ON_COMMAND(ID_FILE_OPEN, OnFileOpen)
     ON_COMMAND_RANGE(ID_FILE_MANAGE, ID_FILE_MANAGE, OnNotYetCommand)

@@ -21,7 +21,8 @@ std::unordered_map<HWND, CWnd*>& HandleMap()
 
 CWnd* g_wndInit = nullptr; // the window being created
 
-const KmMsgMapEntry g_baseEntries[] = {{0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr}};
+const KmMsgMapEntry g_baseEntries[] = {
+    {0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr, nullptr}};
 
 } // namespace
 
@@ -117,6 +118,12 @@ const KmMsgMapEntry* CWnd::FindEntry(UINT message, UINT code, UINT id) const
     for (const KmMsgMap* map = GetMessageMap(); map;
          map = map->pfnGetBaseMap ? map->pfnGetBaseMap() : nullptr) {
         for (const KmMsgMapEntry* entry = map->lpEntries; entry->nSig != KmSig_end; ++entry) {
+            if (entry->pRegistered) {
+                // 0 until registered, or when registering failed
+                if (*entry->pRegistered == message && message != 0)
+                    return entry;
+                continue;
+            }
             if (entry->nMessage != message)
                 continue;
             if (message == WM_COMMAND || message == WM_NOTIFY) {

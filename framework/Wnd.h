@@ -27,6 +27,7 @@ struct KmMsgMapEntry {
     LRESULT (CWnd::*pfnMessage)(WPARAM, LPARAM);
     void (CWnd::*pfnRange)(UINT);
     LRESULT (CWnd::*pfnNotify)(NMHDR*);
+    const UINT* pRegistered; // a registered message: its number, known at run time
 };
 
 struct KmMsgMap {
@@ -50,7 +51,7 @@ protected:                                                                      
         static const KmMsgMapEntry entries[] = {
 
 #define END_MESSAGE_MAP()                                                                          \
-    {0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr}                                     \
+    {0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr, nullptr}                            \
     }                                                                                              \
     ;                                                                                              \
     static const KmMsgMap map = {&TheBaseClass::GetThisMessageMap, entries};                       \
@@ -62,22 +63,28 @@ protected:                                                                      
 // LRESULT OnXxx(WPARAM, LPARAM)
 #define ON_MESSAGE(message, fn)                                                                    \
     {message, 0, 0, 0, KmSig_lwl, nullptr, KM_PMSG(LRESULT (CWnd::*)(WPARAM, LPARAM), fn),        \
-     nullptr, nullptr},
+     nullptr, nullptr, nullptr},
+// LRESULT OnXxx(WPARAM, LPARAM) for a registered message: pMessage points to
+// the UINT that holds what RegisterWindowMessage gave, read at each dispatch
+#define ON_REGISTERED_MESSAGE(pMessage, fn)                                                        \
+    {0, 0, 0, 0, KmSig_lwl, nullptr, KM_PMSG(LRESULT (CWnd::*)(WPARAM, LPARAM), fn), nullptr,      \
+     nullptr, (pMessage)},
 // void OnXxx()
 #define ON_COMMAND(id, fn)                                                                         \
-    {WM_COMMAND, 0, (id), (id), KmSig_vv, KM_PMSG(void (CWnd::*)(), fn), nullptr, nullptr, nullptr},
+    {WM_COMMAND, 0, (id), (id), KmSig_vv, KM_PMSG(void (CWnd::*)(), fn), nullptr, nullptr,         \
+     nullptr, nullptr},
 // void OnXxx(UINT id)
 #define ON_COMMAND_RANGE(first, last, fn)                                                          \
     {WM_COMMAND, 0, (first), (last), KmSig_vu, nullptr, nullptr,                                   \
-     KM_PMSG(void (CWnd::*)(UINT), fn), nullptr},
+     KM_PMSG(void (CWnd::*)(UINT), fn), nullptr, nullptr},
 // void OnXxx(): a notification carried by WM_COMMAND, such as EN_CHANGE
 #define ON_CONTROL(code, id, fn)                                                                   \
     {WM_COMMAND, (code), (id), (id), KmSig_vv, KM_PMSG(void (CWnd::*)(), fn), nullptr, nullptr,    \
-     nullptr},
+     nullptr, nullptr},
 // LRESULT OnXxx(NMHDR*)
 #define ON_NOTIFY(code, id, fn)                                                                    \
     {WM_NOTIFY, (code), (id), (id), KmSig_lnm, nullptr, nullptr, nullptr,                          \
-     KM_PMSG(LRESULT (CWnd::*)(NMHDR*), fn)},
+     KM_PMSG(LRESULT (CWnd::*)(NMHDR*), fn), nullptr},
 
 class CWnd : public CObject {
     DECLARE_DYNAMIC(CWnd)

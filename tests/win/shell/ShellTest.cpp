@@ -107,20 +107,39 @@ class CPlainChild : public CKmChild
 };
 
 // Takes every command and keeps the ids in the order they came.
+// Also takes a registered message, and has an entry for one that was never
+// registered.
+const UINT g_testMessage = ::RegisterWindowMessageA("KmShellTestMessage");
+const UINT g_neverRegistered = 0;
+
 class CRecordingChild : public CKmChild
 {
   public:
     CRecordingChild() : CKmChild(0) {}
     std::vector<UINT> ids;
+    std::vector<LPARAM> registered;
 
   protected:
     void OnAnyCommand(UINT id) { ids.push_back(id); }
+    LRESULT OnRegistered(WPARAM wParam, LPARAM lParam)
+    {
+        registered.push_back(static_cast<LPARAM>(wParam));
+        registered.push_back(lParam);
+        return 42;
+    }
+    LRESULT OnNeverRegistered(WPARAM, LPARAM)
+    {
+        registered.push_back(-1);
+        return 0;
+    }
     DECLARE_MESSAGE_MAP()
 };
 
 // clang-format off
 BEGIN_MESSAGE_MAP(CRecordingChild, CKmChild)
+    ON_REGISTERED_MESSAGE(&g_neverRegistered, OnNeverRegistered)
     ON_COMMAND_RANGE(1, 0xEFFF, OnAnyCommand)
+    ON_REGISTERED_MESSAGE(&g_testMessage, OnRegistered)
 END_MESSAGE_MAP()
 // clang-format on
 
@@ -860,6 +879,24 @@ TEST_F(ShellTest, ACommandNobodyHandlesDoesNothing)
     // The window list is the system's: its ids go to the default procedure.
     Command(0xFF00);
     EXPECT_EQ(first, m_frame->m_pActiveChild);
+}
+
+TEST_F(ShellTest, RegisteredMessagesFindTheirHandlers)
+{
+    CRecordingChild* child = MakeChild<CRecordingChild>("registered");
+    ASSERT_NE(nullptr, child);
+    ASSERT_NE(0u, g_testMessage);
+    EXPECT_EQ(42, ::SendMessageA(child->m_hWnd, g_testMessage, 7, -9));
+    EXPECT_EQ((std::vector<LPARAM>{7, -9}), child->registered);
+
+    // An entry whose message was never registered takes nothing, not even
+    // message 0; nor does the entry catch another registered message.
+    const UINT other = ::RegisterWindowMessageA("KmShellTestOther");
+    ASSERT_NE(g_testMessage, other);
+    ::SendMessageA(child->m_hWnd, WM_NULL, 0, 0);
+    ::SendMessageA(child->m_hWnd, other, 1, 2);
+    EXPECT_EQ((std::vector<LPARAM>{7, -9}), child->registered);
+    EXPECT_TRUE(child->ids.empty());
 }
 
 TEST_F(ShellTest, FileCloseClosesTheActiveChildLaterOrAlerts)
