@@ -967,10 +967,10 @@ TEST_F(ShellTest, ArrangeCommandsSetTheArrangementAndPlaceTheWindows)
 TEST_F(ShellTest, CloseAllWithOneRefusalClosesNone)
 {
     CShadowChild* first = MakeShadow("first");
-    CShadowChild* second = MakeShadow("second");
-    CPlainChild* third = MakeChild<CPlainChild>("third");
-    ASSERT_NE(nullptr, third);
-    first->refuse = true; // the last to be asked in window order
+    ASSERT_NE(nullptr, first);
+    ASSERT_NE(nullptr, MakeChild<CPlainChild>("second"));
+    ASSERT_NE(nullptr, MakeChild<CPlainChild>("third"));
+    first->refuse = true; // asked last in window order: the others agreed before
     Command(ID_WINDOW_CLOSEALL);
     EXPECT_EQ(3u, Children().size());
     EXPECT_FALSE(m_frame->QueryCloseAll());
@@ -984,7 +984,6 @@ TEST_F(ShellTest, CloseAllWithOneRefusalClosesNone)
     EXPECT_EQ(3, m_frame->m_nMenu);
     EXPECT_EQ(nullptr, m_frame->m_pActiveChild);
     EXPECT_TRUE(::IsWindowVisible(m_frame->m_hWndMDIClient));
-    (void)second;
 }
 
 // --- status bar
