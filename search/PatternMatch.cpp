@@ -36,6 +36,52 @@ bool InSet(const unsigned char* op, int c)
     return op[0] == OP_CHAR_SET ? member : !member;
 }
 
+// The length of an op that consumes exactly one byte, or 0 for any other.
+int OneByteOpLength(const unsigned char* op)
+{
+    switch (op[0]) {
+    case OP_ANY_CHAR:
+        return 1;
+    case OP_CHAR_SET:
+    case OP_CHAR_SET_NOT:
+        return 2 + op[1];
+    case OP_LITERAL:
+        return op[1] == 1 ? 3 : 0;
+    default:
+        return 0;
+    }
+}
+
+// Whether a one-byte op takes the (folded) byte c.
+bool OneByteAccepts(const unsigned char* op, int c)
+{
+    switch (op[0]) {
+    case OP_ANY_CHAR:
+        return c != '\r' && c != '\n';
+    case OP_LITERAL:
+        return c == op[2];
+    default:
+        return InSet(op, c);
+    }
+}
+
+// If a loop over a one-byte body ("a*", ".*", "[0-9]*") starts at `at`,
+// the position of its back jump; -1 otherwise.
+int OneByteLoopJump(const unsigned char* code, int used, int at)
+{
+    if (at + 3 >= used || code[at] != OP_ON_FAILURE_JUMP)
+        return -1;
+    int length = OneByteOpLength(code + at + 3);
+    int jump = at + 3 + length;
+    int end = at + 3 + Displacement(code + at + 1);
+    if (length == 0 || jump + 3 != end || end > used)
+        return -1;
+    if (code[jump] != OP_JUMP && code[jump] != OP_FINALIZE_JUMP &&
+        code[jump] != OP_MAYBE_FINALIZE_JUMP)
+        return -1;
+    return jump + 3 + Displacement(code + jump + 1) == at ? jump : -1;
+}
+
 // A failure point: where to go on in the code and from which text position.
 // An empty point, which failing discards, holds the complement of the code
 // position that its dummy jump entered, so that the loop can recognise it.
@@ -137,7 +183,7 @@ class Matcher
     bool BackReference(int group, int& d) const;
     bool LeavesLoop(int p, int target) const;
     int BodyRun(const unsigned char* body, int d) const;
-    int SingleByteLoop(int at, int& p, int& d);
+    int OneByteLoop(int at, int& p, int& d);
     bool FailsAtOnce(const FailurePoint& point) const;
     bool EmptyIteration(int target, int d) const;
     void Store(int pos, int d, MatchRegisters* regs) const;
@@ -266,34 +312,14 @@ enum { LOOP_NOT_SIMPLE = 0, LOOP_DONE = 1 };
 // op would leave: a finalized loop pushes and drops one point per iteration,
 // an unfinalized one keeps one per iteration, and the failing last try pops
 // the newest.
-int Matcher::SingleByteLoop(int at, int& p, int& d)
+int Matcher::OneByteLoop(int at, int& p, int& d)
 {
+    int jump = OneByteLoopJump(m_code, m_used, at);
+    if (jump < 0)
+        return LOOP_NOT_SIMPLE;
     const unsigned char* code = m_code;
     const unsigned char* body = code + at + 3;
-    int bodyLength;
-    switch (body[0]) {
-    case OP_ANY_CHAR:
-        bodyLength = 1;
-        break;
-    case OP_CHAR_SET:
-    case OP_CHAR_SET_NOT:
-        bodyLength = 2 + body[1];
-        break;
-    case OP_LITERAL:
-        if (body[1] != 1)
-            return LOOP_NOT_SIMPLE;
-        bodyLength = 3;
-        break;
-    default:
-        return LOOP_NOT_SIMPLE;
-    }
-    int jump = at + 3 + bodyLength;
-    int end = at + 3 + Displacement(code + at + 1);
-    if (jump + 3 != end || end > m_used ||
-        (code[jump] != OP_JUMP && code[jump] != OP_FINALIZE_JUMP &&
-         code[jump] != OP_MAYBE_FINALIZE_JUMP) ||
-        jump + 3 + Displacement(code + jump + 1) != at)
-        return LOOP_NOT_SIMPLE;
+    int end = jump + 3;
     int k = BodyRun(body, d);
     int op = code[jump];
     if (k > 0 && op == OP_MAYBE_FINALIZE_JUMP) {
@@ -372,7 +398,7 @@ int Matcher::Run(int pos, MatchRegisters* regs)
         }
         case OP_ON_FAILURE_JUMP:
             if (kShortcuts) {
-                int loop = SingleByteLoop(p - 1, p, d);
+                int loop = OneByteLoop(p - 1, p, d);
                 if (loop == MATCH_STACK_EXHAUSTED)
                     return MATCH_STACK_EXHAUSTED;
                 if (loop == LOOP_DONE)
@@ -656,24 +682,63 @@ int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) co
     return n;
 }
 
-// True when the code starts with ".*": a failure at one position then
-// means failure at every later position of the same line, since each of
-// those tries runs a part of what the failed one ran, in the same order.
-bool StartsWithAnyRun(const PatternBuffer* pb)
+// Where the code starts with a one-byte loop (".*x"), or with a one-byte op
+// and such a loop ("[A-Z][A-Z_]*("), a failed try at one position fails at
+// every later position inside the run that the loop went over: each of
+// those tries either fails at its first op or runs a part of what the
+// failed one ran, in the same order. The byte that ended the run still
+// gets its try.
+class LeadingRun
+{
+  public:
+    explicit LeadingRun(const PatternBuffer* pb);
+    // The end of the run that a failed try at p went over; p if none.
+    int End(const unsigned char* text, int size, int p) const;
+
+  private:
+    const unsigned char* m_first = nullptr;
+    const unsigned char* m_body = nullptr;
+    const unsigned char* m_tr;
+};
+
+LeadingRun::LeadingRun(const PatternBuffer* pb) : m_tr(pb->translate)
 {
     const unsigned char* code = pb->buffer;
-    return kShortcuts && pb->used >= 7 && code[0] == OP_ON_FAILURE_JUMP &&
-           Displacement(code + 1) == 4 && code[3] == OP_ANY_CHAR &&
-           (code[4] == OP_JUMP || code[4] == OP_FINALIZE_JUMP ||
-            code[4] == OP_MAYBE_FINALIZE_JUMP) &&
-           Displacement(code + 5) == -7;
+    int used = static_cast<int>(pb->used);
+    if (!kShortcuts || used == 0)
+        return;
+    if (OneByteLoopJump(code, used, 0) >= 0) {
+        m_body = code + 3;
+        return;
+    }
+    int first = OneByteOpLength(code);
+    if (first == 0 || OneByteLoopJump(code, used, first) < 0)
+        return;
+    m_first = code;
+    m_body = code + first + 3;
+}
+
+int LeadingRun::End(const unsigned char* text, int size, int p) const
+{
+    if (!m_body)
+        return p;
+    int d = p;
+    auto fold = [this](unsigned char c) { return m_tr ? m_tr[c] : c; };
+    if (m_first) {
+        if (d >= size || !OneByteAccepts(m_first, fold(text[d])))
+            return p;
+        d++;
+    }
+    while (d < size && OneByteAccepts(m_body, fold(text[d])))
+        d++;
+    return d;
 }
 
 int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int pos, int range,
                   MatchRegisters* regs)
 {
     const ForwardFilter filter(pb);
-    const bool anyRun = StartsWithAnyRun(pb);
+    const LeadingRun run(pb);
     for (;;) {
         if (pos < size && pb->can_be_empty != 1) {
             int n = range < size - pos ? range : size - pos;
@@ -692,19 +757,16 @@ int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int po
             return MATCH_STACK_EXHAUSTED;
         if (range == 0 || pos >= size)
             return MATCH_NOT_FOUND;
-        int eol = pos;
-        if (anyRun)
-            while (eol < size && text[eol] != '\r' && text[eol] != '\n')
-                eol++;
+        int end = run.End(text, size, pos);
         range--;
         pos++;
         if (range == 0)
             return MATCH_NOT_FOUND;
-        if (eol > pos) {
-            if (eol - pos >= range)
+        if (end > pos) {
+            if (end - pos >= range)
                 return MATCH_NOT_FOUND;
-            range -= eol - pos;
-            pos = eol;
+            range -= end - pos;
+            pos = end;
         }
     }
 }

@@ -374,7 +374,7 @@ TEST(PatternMatch, ASimpleMatchAllocatesNothing)
     EXPECT_EQ(2000, result);
 }
 
-TEST(PatternMatch, AnyRunHeadSkipsTheRestOfAFailedLine)
+TEST(PatternMatch, PositionsInsideAFailedLeadingRunAreSkippedCorrectly)
 {
     std::string text = "abc\r\nxyz\nq\r\nfoo";
     EXPECT_EQ((Hit{5, 3}), FindIn(".*z", text));
@@ -383,6 +383,11 @@ TEST(PatternMatch, AnyRunHeadSkipsTheRestOfAFailedLine)
     EXPECT_EQ(9, c.Find(text));
     EXPECT_EQ(MATCH_NOT_FOUND, c.Search(text, 0, 8)); // 'z' at 7 tried last
     EXPECT_EQ(9, c.Search(text, 0, 9));               // LF at 8 unflagged: one try beyond
+
+    EXPECT_EQ((Hit{8, 8}), FindIn("[A-Z][A-Z_]*(", "NULL && FOO_BAR(x)"));
+    EXPECT_EQ((Hit{3, 3}), FindIn("[a-z][0-9]*x", "a12b3x")); // the byte ending the run
+    EXPECT_EQ((Hit{0, 5}), FindIn("a[a-c]*d", "aaabd"));
+    EXPECT_EQ((Hit{4, 3}), FindIn("b[a-c]*d", "bbcxbcd"));
 }
 
 } // namespace
