@@ -52,17 +52,25 @@ int OneByteOpLength(const unsigned char* op)
     }
 }
 
-// Whether a one-byte op takes the (folded) byte c.
-bool OneByteAccepts(const unsigned char* op, int c)
+// How many bytes from t on, up to limit, a one-byte op takes in a row.
+int OneByteRun(const unsigned char* op, const unsigned char* t, int limit, const unsigned char* tr)
 {
+    int k = 0;
     switch (op[0]) {
     case OP_ANY_CHAR:
-        return c != '\r' && c != '\n';
+        while (k < limit && t[k] != '\r' && t[k] != '\n')
+            k++;
+        break;
     case OP_LITERAL:
-        return c == op[2];
+        while (k < limit && (tr ? tr[t[k]] : t[k]) == op[2])
+            k++;
+        break;
     default:
-        return InSet(op, c);
+        while (k < limit && InSet(op, tr ? tr[t[k]] : t[k]))
+            k++;
+        break;
     }
+    return k;
 }
 
 // If a loop over a one-byte body ("a*", ".*", "[0-9]*") starts at `at`,
@@ -182,7 +190,6 @@ class Matcher
     bool Literal(int& p, int& d) const;
     bool BackReference(int group, int& d) const;
     bool LeavesLoop(int p, int target) const;
-    int BodyRun(const unsigned char* body, int d) const;
     int OneByteLoop(int at, int& p, int& d);
     bool FailsAtOnce(const FailurePoint& point) const;
     bool EmptyIteration(int target, int d) const;
@@ -282,29 +289,6 @@ bool Matcher::EmptyIteration(int target, int d) const
     return start && start->code == end && start->text == d;
 }
 
-// How many bytes from d on the one-byte body matches in a row.
-int Matcher::BodyRun(const unsigned char* body, int d) const
-{
-    const unsigned char* t = m_text + d;
-    int limit = m_stop - d;
-    int k = 0;
-    switch (body[0]) {
-    case OP_ANY_CHAR:
-        while (k < limit && t[k] != '\r' && t[k] != '\n')
-            k++;
-        break;
-    case OP_LITERAL:
-        while (k < limit && Fold(t[k]) == body[2])
-            k++;
-        break;
-    default:
-        while (k < limit && InSet(body, Fold(t[k])))
-            k++;
-        break;
-    }
-    return k;
-}
-
 enum { LOOP_NOT_SIMPLE = 0, LOOP_DONE = 1 };
 
 // A loop whose body is one byte-matching op ("a*", ".*", "[0-9]*") runs here
@@ -320,7 +304,7 @@ int Matcher::OneByteLoop(int at, int& p, int& d)
     const unsigned char* code = m_code;
     const unsigned char* body = code + at + 3;
     int end = jump + 3;
-    int k = BodyRun(body, d);
+    int k = OneByteRun(body, m_text + d, m_stop - d, m_tr);
     int op = code[jump];
     if (k > 0 && op == OP_MAYBE_FINALIZE_JUMP) {
         op = LeavesLoop(jump, at) ? OP_FINALIZE_JUMP : OP_JUMP;
@@ -723,15 +707,12 @@ int LeadingRun::End(const unsigned char* text, int size, int p) const
     if (!m_body)
         return p;
     int d = p;
-    auto fold = [this](unsigned char c) { return m_tr ? m_tr[c] : c; };
     if (m_first) {
-        if (d >= size || !OneByteAccepts(m_first, fold(text[d])))
+        if (OneByteRun(m_first, text + d, size - d < 1 ? size - d : 1, m_tr) == 0)
             return p;
         d++;
     }
-    while (d < size && OneByteAccepts(m_body, fold(text[d])))
-        d++;
-    return d;
+    return d + OneByteRun(m_body, text + d, size - d, m_tr);
 }
 
 int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int pos, int range,
@@ -763,7 +744,9 @@ int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int po
         if (range == 0)
             return MATCH_NOT_FOUND;
         if (end > pos) {
-            if (end - pos >= range)
+            // The byte that ended the run may be the one beyond the range;
+            // the filter step decides whether it gets a try.
+            if (end - pos > range)
                 return MATCH_NOT_FOUND;
             range -= end - pos;
             pos = end;

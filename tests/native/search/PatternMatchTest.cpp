@@ -388,6 +388,10 @@ TEST(PatternMatch, PositionsInsideAFailedLeadingRunAreSkippedCorrectly)
     EXPECT_EQ((Hit{3, 3}), FindIn("[a-z][0-9]*x", "a12b3x")); // the byte ending the run
     EXPECT_EQ((Hit{0, 5}), FindIn("a[a-c]*d", "aaabd"));
     EXPECT_EQ((Hit{4, 3}), FindIn("b[a-c]*d", "bbcxbcd"));
+    // The run from 0 ends at 3, just beyond a range of 2 from 1.
+    Compiled setRun("[a-z][0-9]*x");
+    EXPECT_EQ(3, setRun.Search("a12bx", 0, 3));               // '2' unflagged: one try beyond
+    EXPECT_EQ(MATCH_NOT_FOUND, setRun.Search("a1cbx", 0, 3)); // 'c' tried last
 }
 
 } // namespace
