@@ -1,0 +1,53 @@
+# Sourced by test.sh and start.sh: a virtual display and a wine prefix in the
+# build tree with a wineserver that stays up until km_wine_end.
+
+export WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml=" # no Mono or Gecko install dialogs
+
+# Starts Xvfb on the first free display number and points DISPLAY at it.
+km_xvfb_start() {
+    local fifo display
+    fifo=$(mktemp -u)
+    mkfifo "$fifo"
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$fifo" </dev/null >/dev/null 2>&1 &
+    km_xvfb_pid=$!
+    if ! read -r -t 30 display <"$fifo"; then
+        rm -f "$fifo"
+        echo "Xvfb did not start" >&2
+        return 1
+    fi
+    rm -f "$fifo"
+    export DISPLAY=:$display
+}
+
+# Starts a persistent wineserver for the prefix $1, makes the prefix the first
+# time, and brings up wine's own services now, so that they don't hold on to
+# the output of the first program that would start them. $2 is Y or N: N
+# leaves the windows to wine rather than a window manager, which is what a
+# bare virtual display needs (wine otherwise waits two seconds on every
+# top-level window for a manager that isn't there).
+km_wine_start() {
+    export WINEPREFIX=$1
+    local managed=$2 started=$SECONDS
+    mkdir -p "$WINEPREFIX"
+    wineserver -p
+    if [ ! -f "$WINEPREFIX/system.reg" ]; then
+        echo "== making the wine prefix $WINEPREFIX"
+        wine wineboot -i </dev/null >/dev/null 2>&1
+        echo "== wine prefix made in $((SECONDS - started)) s"
+    fi
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$managed" /f \
+        </dev/null >/dev/null 2>&1
+}
+
+# Ends everything of the session: the programs, the wineserver and Xvfb.
+km_wine_end() {
+    if [ -n "${WINEPREFIX:-}" ]; then
+        wineserver -k 2>/dev/null || true
+        wineserver -w 2>/dev/null || true
+    fi
+    if [ -n "${km_xvfb_pid:-}" ]; then
+        kill "$km_xvfb_pid" 2>/dev/null || true
+        wait "$km_xvfb_pid" 2>/dev/null || true
+    fi
+}
