@@ -35,7 +35,7 @@ echo "== native tests"
 run_ctest "$root/build/native" -j 2
 echo "== window tests under wine (64-bit)"
 km_xvfb_start
-km_wine_start "$root/build/wineprefix" N
+km_wine_start "$root/build/wineprefix" N persistent
 run_ctest "$root/build/win64"
 
 echo "$passed passed, $failed failed"

@@ -1,5 +1,5 @@
 # Sourced by test.sh and start.sh: a virtual display and a wine prefix in the
-# build tree with a wineserver that stays up until km_wine_end.
+# build tree, with a wineserver that can stay up until km_wine_end.
 
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml=" # no Mono or Gecko install dialogs
@@ -20,17 +20,19 @@ km_xvfb_start() {
     export DISPLAY=:$display
 }
 
-# Starts a persistent wineserver for the prefix $1, makes the prefix the first
-# time, and brings up wine's own services now, so that they don't hold on to
-# the output of the first program that would start them. $2 is Y or N: N
-# leaves the windows to wine rather than a window manager, which is what a
-# bare virtual display needs (wine otherwise waits two seconds on every
-# top-level window for a manager that isn't there).
+# Makes the prefix $1 the first time and brings up wine's own services now,
+# so that they don't hold on to the output of the first program that would
+# start them. $2 is Y or N: N leaves the windows to wine rather than a window
+# manager, which is what a bare virtual display needs (wine otherwise waits
+# two seconds on every top-level window for a manager that isn't there).
+# With "persistent" as $3 the wineserver stays up until km_wine_end.
 km_wine_start() {
     export WINEPREFIX=$1
     local managed=$2 started=$SECONDS
     mkdir -p "$WINEPREFIX"
-    wineserver -p
+    if [ "${3:-}" = persistent ]; then
+        wineserver -p
+    fi
     if [ ! -f "$WINEPREFIX/system.reg" ]; then
         echo "== making the wine prefix $WINEPREFIX"
         wine wineboot -i </dev/null >/dev/null 2>&1
