@@ -31,7 +31,13 @@ km_wine_start() {
     local managed=$2 started=$SECONDS
     mkdir -p "$WINEPREFIX"
     if [ "${3:-}" = persistent ]; then
-        wineserver -p
+        if ! wineserver -p; then
+            echo "== ending the wineserver left running on $WINEPREFIX"
+            wineserver -k || true
+            wineserver -w
+            wineserver -p
+        fi
+        km_wine_persistent=$WINEPREFIX
     fi
     if [ ! -f "$WINEPREFIX/system.reg" ]; then
         echo "== making the wine prefix $WINEPREFIX"
@@ -42,11 +48,12 @@ km_wine_start() {
         </dev/null >/dev/null 2>&1
 }
 
-# Ends everything of the session: the programs, the wineserver and Xvfb.
+# Ends what this session started: the persistent wineserver with its
+# programs, and Xvfb.
 km_wine_end() {
-    if [ -n "${WINEPREFIX:-}" ]; then
-        wineserver -k 2>/dev/null || true
-        wineserver -w 2>/dev/null || true
+    if [ -n "${km_wine_persistent:-}" ]; then
+        WINEPREFIX=$km_wine_persistent wineserver -k 2>/dev/null || true
+        WINEPREFIX=$km_wine_persistent wineserver -w 2>/dev/null || true
     fi
     if [ -n "${km_xvfb_pid:-}" ]; then
         kill "$km_xvfb_pid" 2>/dev/null || true
