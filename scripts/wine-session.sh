@@ -31,11 +31,12 @@ km_wine_start() {
     local managed=$2 started=$SECONDS
     mkdir -p "$WINEPREFIX"
     if [ "${3:-}" = persistent ]; then
-        if ! wineserver -p; then
+        # The server must not hold on to this script's output.
+        if ! wineserver -p </dev/null >/dev/null 2>&1; then
             echo "== ending the wineserver left running on $WINEPREFIX"
             wineserver -k || true
             wineserver -w
-            wineserver -p
+            wineserver -p </dev/null >/dev/null 2>&1
         fi
         km_wine_persistent=$WINEPREFIX
     fi
