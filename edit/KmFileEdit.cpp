@@ -31,6 +31,16 @@ BEGIN_MESSAGE_MAP(CKmFileEdit, CKmChild)
     ON_COMMAND(ID_FILE_SAVEAS, OnFileSaveAs)
     ON_COMMAND(ID_FILE_PRINT, OnFilePrint)
     ON_COMMAND(ID_EDIT_PASTEFILE, OnEditPasteFile)
+    ON_COMMAND(ID_EDIT_UNDO, OnEditUndo)
+    ON_COMMAND(ID_EDIT_CUT, OnEditCut)
+    ON_COMMAND(ID_EDIT_COPY, OnEditCopy)
+    ON_COMMAND(ID_EDIT_PASTE, OnEditPaste)
+    ON_COMMAND(ID_HELP_FILESTATS, OnFileStats)
+    ON_COMMAND_RANGE(ID_EDIT_REDO, ID_EDIT_SELFWDSTART, OnNotYetCommand)
+    ON_COMMAND_RANGE(ID_SEARCH_MARK, ID_SEARCH_MATCHBRACE, OnNotYetCommand)
+    ON_COMMAND_RANGE(ID_SET_INSERT, ID_SET_CLEAN, OnNotYetCommand)
+    ON_COMMAND_RANGE(ID_HELP_CONTEXT_CHILD, ID_HELP_CONTEXT_CHILD, OnNotYetCommand)
+    ON_COMMAND_RANGE(ID_HELP_SDK, ID_HELP_ENVIRONMENT, OnNotYetCommand)
 END_MESSAGE_MAP()
 // clang-format on
 
@@ -249,6 +259,85 @@ int CKmFileEdit::GetSelectionKind()
     bool multiLine = text && memchr(text + start, '\n', end - start) != nullptr;
     ::LocalUnlock(block);
     return multiLine ? 2 : 1;
+}
+
+namespace {
+
+void Enable(HMENU menu, UINT id, bool enabled)
+{
+    ::EnableMenuItem(menu, id, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+}
+
+void Check(HMENU menu, UINT id, bool checked)
+{
+    ::CheckMenuItem(menu, id, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
+}
+
+} // namespace
+
+void CKmFileEdit::UpdatePopup(HMENU menu, int index)
+{
+    const bool readOnly = (m_flags & CF_READONLY) != 0;
+    const bool modified = (m_flags & CF_MODIFIED) != 0;
+    switch (index) {
+    case 0:
+        Enable(menu, ID_FILE_SAVE, modified && !(m_flags & CF_UNTITLED));
+        Enable(menu, ID_FILE_SAVEAS, true);
+        Enable(menu, ID_FILE_PRINT, true);
+        break;
+    case 1:
+        UpdateEditPopup(menu, 0);
+        break;
+    case 2:
+        if (readOnly) { // else as the frame set them for the pattern
+            Enable(menu, ID_SEARCH_REPLACE, false);
+            Enable(menu, ID_SEARCH_REPLACENEXT, false);
+        }
+        for (UINT id : {ID_SEARCH_MARK, ID_SEARCH_GOTOMARK, ID_SEARCH_GOTOLINE,
+                        ID_SEARCH_MATCHBRACE})
+            Enable(menu, id, true);
+        break;
+    case 3:
+        Check(menu, ID_SET_INSERT, !(m_flags & CF_OVERTYPE));
+        for (UINT id : {ID_SET_ALIGN, ID_SET_INDENT, ID_SET_READONLY, ID_SET_SHOWHSCROLL,
+                        ID_SET_SHOWVSCROLL})
+            Enable(menu, id, true);
+        Check(menu, ID_SET_ALIGN, (m_flags & CF_ALIGN) != 0);
+        Check(menu, ID_SET_INDENT, (m_flags & CF_BLOCKINDENT) != 0);
+        Check(menu, ID_SET_READONLY, readOnly);
+        Check(menu, ID_SET_SHOWHSCROLL, (m_flags & CF_HSCROLL) != 0);
+        Check(menu, ID_SET_SHOWVSCROLL, (m_flags & CF_VSCROLL) != 0);
+        Enable(menu, ID_SET_CLEAN, modified && !readOnly);
+        break;
+    case 7:
+        Enable(menu, ID_HELP_FILESTATS, !(theApp.flags & KF_NOSTATUSBAR));
+        for (UINT id : {ID_HELP_CONTEXT, ID_HELP_SDK, ID_HELP_ENVIRONMENT})
+            Enable(menu, id, true);
+        break;
+    default:
+        break;
+    }
+}
+
+void CKmFileEdit::UpdateEditPopup(HMENU menu, int)
+{
+    const bool readOnly = (m_flags & CF_READONLY) != 0;
+    DWORD start = 0, end = 0;
+    m_edit.SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                       reinterpret_cast<LPARAM>(&end));
+    const bool selection = start != end;
+    const bool empty = m_edit.SendMessage(WM_GETTEXTLENGTH) == 0;
+    Enable(menu, ID_EDIT_UNDO, m_edit.SendMessage(EM_CANUNDO) != 0);
+    Enable(menu, ID_EDIT_PASTEFILE, !readOnly);
+    Enable(menu, ID_EDIT_COPY, selection);
+    Enable(menu, ID_EDIT_COPYAPPEND, selection);
+    for (UINT id : {ID_EDIT_CUT, ID_EDIT_CUTAPPEND, ID_EDIT_CAPITALIZE})
+        Enable(menu, id, !readOnly && selection);
+    Enable(menu, ID_EDIT_TRANSPOSE, !readOnly && !selection);
+    Enable(menu, ID_EDIT_SHIFTRIGHT, !readOnly);
+    for (UINT id : {ID_EDIT_SHIFTLEFT, ID_EDIT_UPPERCASE, ID_EDIT_LOWERCASE, ID_EDIT_TOGGLECASE})
+        Enable(menu, id, !readOnly && !empty);
+    Enable(menu, ID_EDIT_PASTE, !readOnly && ::IsClipboardFormatAvailable(CF_TEXT));
 }
 
 // Writes the text beside the file and puts it in the file's place only when
@@ -556,6 +645,35 @@ void CKmFileEdit::OnFileSaveAs() { SaveFile(true); }
 
 // Printing answers this once the print engine is there.
 void CKmFileEdit::OnFilePrint() { Alert(MB_ICONEXCLAMATION); }
+
+// The control's single-level undo.
+void CKmFileEdit::OnEditUndo()
+{
+    if (!m_edit.SendMessage(EM_CANUNDO))
+        Alert(MB_ICONEXCLAMATION);
+    else
+        m_edit.SendMessage(EM_UNDO);
+}
+
+// Cut and paste are recorded by themselves, not merged with earlier typing.
+void CKmFileEdit::OnEditCut()
+{
+    m_edit.SendMessage(EM_EMPTYUNDOBUFFER);
+    m_edit.SendMessage(WM_CUT);
+}
+
+void CKmFileEdit::OnEditCopy() { m_edit.SendMessage(WM_COPY); }
+
+void CKmFileEdit::OnEditPaste()
+{
+    m_edit.SendMessage(EM_EMPTYUNDOBUFFER);
+    m_edit.SendMessage(WM_PASTE);
+}
+
+void CKmFileEdit::OnFileStats() { ShowFileStats(nullptr); }
+
+// Edit commands that are not there yet.
+void CKmFileEdit::OnNotYetCommand(UINT) { Alert(MB_ICONEXCLAMATION); }
 
 void CKmFileEdit::OnEditPasteFile()
 {

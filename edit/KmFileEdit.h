@@ -24,6 +24,8 @@ public:
     bool QuerySave(unsigned promptId) override;
     void ShowFileStats(const char* path);
     int GetSelectionKind() override;
+    void UpdatePopup(HMENU menu, int index) override;
+    void UpdateEditPopup(HMENU menu, int index) override;
 
     CKmEdit& Edit() { return m_edit; }
 
@@ -51,6 +53,12 @@ protected:
     void OnFileSaveAs();
     void OnFilePrint();
     void OnEditPasteFile();
+    void OnEditUndo();
+    void OnEditCut();
+    void OnEditCopy();
+    void OnEditPaste();
+    void OnFileStats();
+    void OnNotYetCommand(UINT id);
     HWND ScrollBarWindow() override { return m_edit.m_hWnd; }
 
 private:
