@@ -623,6 +623,49 @@ TEST_F(ShellTest, SearchItemsFollowAOneLineSelectionInAnEditor)
     active->m_flags &= ~CF_MODIFIED; // closes without a question
 }
 
+TEST_F(ShellTest, EditorFileAndEditItemsFollowItsState)
+{
+    m_frame->SendMessage(WM_COMMAND, ID_FILE_NEW);
+    PumpUntilIdle();
+    CKmChild* active = m_frame->m_pActiveChild;
+    ASSERT_NE(nullptr, active);
+    HWND edit = static_cast<CKmFileEdit*>(active)->Edit().m_hWnd;
+
+    HMENU file = OpenPopup(0);
+    EXPECT_TRUE(Grayed(file, ID_FILE_SAVE)) << "an unmodified window has nothing to save";
+    EXPECT_FALSE(Grayed(file, ID_FILE_SAVEAS));
+    EXPECT_FALSE(Grayed(file, ID_FILE_PRINT));
+
+    ::SendMessageA(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>("abc"));
+    file = OpenPopup(0);
+    EXPECT_TRUE(Grayed(file, ID_FILE_SAVE)) << "an untitled window saves through Save As";
+
+    active->m_flags &= ~CF_UNTITLED;
+    file = OpenPopup(0);
+    EXPECT_FALSE(Grayed(file, ID_FILE_SAVE));
+
+    ::SendMessageA(edit, EM_SETSEL, 0, 0);
+    HMENU editMenu = OpenPopup(1);
+    EXPECT_TRUE(Grayed(editMenu, ID_EDIT_CUT));
+    EXPECT_TRUE(Grayed(editMenu, ID_EDIT_COPY));
+    EXPECT_FALSE(Grayed(editMenu, ID_EDIT_TRANSPOSE));
+    EXPECT_FALSE(Grayed(editMenu, ID_EDIT_UNDO));
+
+    ::SendMessageA(edit, EM_SETSEL, 0, 2);
+    editMenu = OpenPopup(1);
+    EXPECT_FALSE(Grayed(editMenu, ID_EDIT_CUT));
+    EXPECT_FALSE(Grayed(editMenu, ID_EDIT_COPY));
+    EXPECT_TRUE(Grayed(editMenu, ID_EDIT_TRANSPOSE));
+
+    active->m_flags |= CF_READONLY;
+    editMenu = OpenPopup(1);
+    EXPECT_TRUE(Grayed(editMenu, ID_EDIT_CUT));
+    EXPECT_FALSE(Grayed(editMenu, ID_EDIT_COPY));
+    HMENU search = OpenPopup(2);
+    EXPECT_TRUE(Grayed(search, ID_SEARCH_REPLACE));
+    active->m_flags &= ~(CF_MODIFIED | CF_READONLY); // closes without a question
+}
+
 // Items of the File popup from the first separator after Manage Files to
 // Exit, as id and text.
 std::vector<std::pair<UINT, std::string>> RecentItems(HMENU file)
