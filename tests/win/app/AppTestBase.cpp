@@ -3,29 +3,13 @@
 #include "app/KmApp.h"
 #include "framework/Wnd.h"
 #include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
+
+using kmtest::RemoveTree;
 
 namespace
 {
 
-void RemoveTree(const std::string& dir)
-{
-    WIN32_FIND_DATAA found;
-    HANDLE search = ::FindFirstFileA((dir + "\\*").c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            std::string name = found.cFileName;
-            if (name == "." || name == "..")
-                continue;
-            std::string path = dir + "\\" + name;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-                RemoveTree(path);
-            else
-                ::DeleteFileA(path.c_str());
-        } while (::FindNextFileA(search, &found));
-        ::FindClose(search);
-    }
-    ::RemoveDirectoryA(dir.c_str());
-}
 
 void ResetApp()
 {

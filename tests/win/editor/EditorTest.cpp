@@ -9,12 +9,15 @@
 #include "resources/KmIds.h"
 
 #include "BoxAnswer.h"
+#include "support/WinTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <utility>
 #include <vector>
+
+using kmtest::RemoveTree;
 
 namespace
 {
@@ -64,27 +67,6 @@ std::vector<std::string> FilesLike(const std::string& dir, const char* pattern)
         ::FindClose(search);
     }
     return names;
-}
-
-void RemoveTree(const std::string& dir)
-{
-    WIN32_FIND_DATAA found;
-    HANDLE search = ::FindFirstFileA((dir + "\\*").c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            std::string name = found.cFileName;
-            if (name == "." || name == "..")
-                continue;
-            std::string path = dir + "\\" + name;
-            ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-                RemoveTree(path);
-            else
-                ::DeleteFileA(path.c_str());
-        } while (::FindNextFileA(search, &found));
-        ::FindClose(search);
-    }
-    ::RemoveDirectoryA(dir.c_str());
 }
 
 std::string Lower(std::string text)

@@ -20,6 +20,9 @@ void PumpUntilIdle(DWORD settleMs = 20, DWORD limitMs = 2000);
 // Dispatches messages until done() holds or limitMs have passed; whether it held.
 bool PumpUntil(const std::function<bool()>& done, DWORD limitMs = 2000);
 
+// Removes a directory with everything in it, read-only files too.
+void RemoveTree(const std::string& dir);
+
 // While it lives, every dialog of class "#32770" that becomes active on this
 // thread (message boxes above all) is answered with the next queued button
 // id. A box that finds the queue empty gets Enter, its default button, so a
