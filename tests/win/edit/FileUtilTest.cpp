@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+using kmtest::FreshTempDir;
 using kmtest::RemoveTree;
 
 namespace
@@ -47,10 +48,8 @@ class FileUtilTest : public ::testing::Test
         char buffer[MAX_PATH];
         ::GetCurrentDirectoryA(MAX_PATH, buffer);
         m_savedDir = buffer;
-        ASSERT_NE(0u, ::GetTempPathA(MAX_PATH, buffer));
-        m_dir = std::string(buffer) + "kmfileutil" + std::to_string(::GetCurrentProcessId());
-        RemoveTree(m_dir);
-        ASSERT_TRUE(::CreateDirectoryA(m_dir.c_str(), nullptr));
+        m_dir = FreshTempDir("kmfileutil");
+        ASSERT_FALSE(m_dir.empty());
     }
     void TearDown() override
     {

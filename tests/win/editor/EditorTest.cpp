@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+using kmtest::FreshTempDir;
+using kmtest::Lower;
 using kmtest::RemoveTree;
 
 namespace
@@ -67,14 +69,6 @@ std::vector<std::string> FilesLike(const std::string& dir, const char* pattern)
         ::FindClose(search);
     }
     return names;
-}
-
-std::string Lower(std::string text)
-{
-    for (char& ch : text)
-        if (ch >= 'A' && ch <= 'Z')
-            ch = static_cast<char>(ch - 'A' + 'a');
-    return text;
 }
 
 std::string Caption(HWND wnd)
@@ -174,13 +168,8 @@ class EditorTest : public ::testing::Test
         char buffer[MAX_PATH];
         ::GetCurrentDirectoryA(MAX_PATH, buffer);
         m_savedDir = buffer;
-        ASSERT_NE(0u, ::GetTempPathA(MAX_PATH, buffer));
-        m_dir = std::string(buffer) + "KmEditor" + std::to_string(::GetCurrentProcessId());
-        RemoveTree(m_dir);
-        ASSERT_TRUE(::CreateDirectoryA(m_dir.c_str(), nullptr));
-        char full[MAX_PATH];
-        ASSERT_NE(0u, ::GetFullPathNameA(m_dir.c_str(), MAX_PATH, full, nullptr));
-        m_dir = full;
+        m_dir = FreshTempDir("KmEditor");
+        ASSERT_FALSE(m_dir.empty());
 
         theApp.SetInstance(::GetModuleHandleA(nullptr), nullptr, "", SW_SHOWNORMAL);
         theApp.SetInitialValues();

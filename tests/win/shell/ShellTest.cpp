@@ -8,6 +8,7 @@
 #include "app/Settings.h"
 #include "edit/KmFileEdit.h"
 #include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
 #include "ui/StatusPanes.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,8 @@
 #include <cstring>
 #include <string>
 #include <vector>
+
+using kmtest::Lower;
 
 namespace
 {
@@ -194,14 +197,6 @@ std::string WindowText(HWND wnd)
 {
     char text[256] = "";
     ::GetWindowTextA(wnd, text, sizeof text);
-    return text;
-}
-
-std::string Lower(std::string text)
-{
-    for (char& ch : text)
-        if (ch >= 'A' && ch <= 'Z')
-            ch = static_cast<char>(ch - 'A' + 'a');
     return text;
 }
 

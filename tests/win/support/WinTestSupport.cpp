@@ -154,4 +154,27 @@ void RemoveTree(const std::string& dir)
     ::RemoveDirectoryA(dir.c_str());
 }
 
+std::string FreshTempDir(const char* stem)
+{
+    char buffer[MAX_PATH];
+    if (!::GetTempPathA(MAX_PATH, buffer))
+        return std::string();
+    std::string dir = std::string(buffer) + stem + std::to_string(::GetCurrentProcessId());
+    RemoveTree(dir);
+    if (!::CreateDirectoryA(dir.c_str(), nullptr))
+        return std::string();
+    char full[MAX_PATH];
+    if (!::GetFullPathNameA(dir.c_str(), MAX_PATH, full, nullptr))
+        return std::string();
+    return full;
+}
+
+std::string Lower(std::string text)
+{
+    for (char& ch : text)
+        if (ch >= 'A' && ch <= 'Z')
+            ch = static_cast<char>(ch - 'A' + 'a');
+    return text;
+}
+
 } // namespace kmtest

@@ -23,6 +23,13 @@ bool PumpUntil(const std::function<bool()>& done, DWORD limitMs = 2000);
 // Removes a directory with everything in it, read-only files too.
 void RemoveTree(const std::string& dir);
 
+// An empty directory of this process under the temporary directory, named
+// from stem; its full path, or an empty string if it could not be made.
+std::string FreshTempDir(const char* stem);
+
+// The text with A to Z lower-cased, as window paths are.
+std::string Lower(std::string text);
+
 // While it lives, every dialog of class "#32770" that becomes active on this
 // thread (message boxes above all) is answered with the next queued button
 // id. A box that finds the queue empty gets Enter, its default button, so a
