@@ -7,12 +7,14 @@
 #include "app/OpenRequest.h"
 #include "app/Settings.h"
 #include "edit/FileUtil.h"
+#include "edit/Messages.h"
 #include "framework/Exception.h"
 #include "resources/KmIds.h"
 
 #include <cstring>
-#include <new>
 #include <shellapi.h>
+#include <string>
+#include <vector>
 
 CKmApp theApp;
 
@@ -23,7 +25,7 @@ void CKmApp::SetInitialValues()
     saveSettings = 1;
     saveWindows = 1;
     m_bDebugBuild = 0;
-    arrange = 2;
+    arrange = ARRANGE_MAXIMISED;
     tabSize = 8;
     shiftWidth = 4;
     m_nEnvironment = 5;
@@ -80,14 +82,11 @@ void CKmApp::SetUpStatusBar(HWND frame)
 {
     flags |= KF_NOSTATUSBAR; // stays set if the bar can't be built
     if (!statusBar.Create(frame)) {
-        KmMessageBox(nullptr, 0x30, IDS_NOSTATUSBAR);
+        KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_NOSTATUSBAR);
         return;
     }
     try {
         AddStatusPanes();
-    } catch (const std::bad_alloc&) {
-        statusBar.Destroy();
-        return;
     } catch (const CMemoryException&) {
         statusBar.Destroy();
         return;
@@ -160,12 +159,29 @@ CString FindIniPath(const std::string& iniName, const CString& programDir)
         }
     }
     if (path.IsEmpty()) {
-        if (GetFileStatus("kelmar.ini", status) && !(status.attribute & 0xDF))
+        // Only the archive bit may be set on one in the current directory.
+        if (GetFileStatus("kelmar.ini", status) && !(status.attribute & ~FILE_ATTRIBUTE_ARCHIVE))
             path = status.fullName;
         else
             path = programDir + "kelmar.ini";
     }
     return path;
+}
+
+// The word with its file name made a full path against the current
+// directory; a reference behind the name, as in prog.c(12,5), stays.
+std::string ResolveFileWord(const char* word)
+{
+    OpenRequest request;
+    const size_t nameLength =
+        ParseFileReference(word, static_cast<int>(strlen(word)), request) ? strcspn(word, "(")
+                                                                          : strlen(word);
+    const std::string name(word, nameLength);
+    char full[MAX_PATH];
+    const DWORD length = ::GetFullPathNameA(name.c_str(), MAX_PATH, full, nullptr);
+    if (length == 0 || length >= MAX_PATH)
+        return word;
+    return full + std::string(word + nameLength);
 }
 
 } // namespace
@@ -190,6 +206,12 @@ bool CKmApp::InitInstance()
     if (commandLine.arrange)
         arrange = ArrangeForSwitch(commandLine.arrange);
 
+    // Each window makes its own directory the current one as it gets the
+    // focus, so the names are resolved before the first window opens.
+    std::vector<std::string> files;
+    while (const char* word = commandLine.files.NextWord())
+        files.push_back(ResolveFileWord(word));
+
     LOGFONTA logFont;
     if (::GetObjectA(::GetStockObject(SYSTEM_FIXED_FONT), sizeof logFont, &logFont))
         screenFont.CreateFontIndirect(&logFont);
@@ -209,7 +231,8 @@ bool CKmApp::InitInstance()
     helpPath = programDir + "kelmar.hlp";
 
     int count = 0;
-    while (const char* word = commandLine.files.NextWord()) {
+    for (const std::string& file : files) {
+        const char* word = file.c_str();
         ++count;
         if (printMode) {
             if (CKmChild* child = frame->OpenFile(word, false, false)) {
@@ -226,11 +249,11 @@ bool CKmApp::InitInstance()
         frame->SendMessage(WM_KM_OPENFILE, 1, reinterpret_cast<LPARAM>(request));
     }
     if (!printMode && !safeMode && count > 0) {
-        if (arrange == 0)
+        if (arrange == ARRANGE_TILEACROSS)
             frame->MDITile(MDITILE_VERTICAL);
-        else if (arrange == 1)
+        else if (arrange == ARRANGE_CASCADE)
             frame->MDICascade();
-        else if (arrange == 3)
+        else if (arrange == ARRANGE_TILEDOWN)
             frame->MDITile(MDITILE_HORIZONTAL);
     }
     if (!printMode)

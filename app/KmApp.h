@@ -4,6 +4,7 @@
 #include "framework/GdiObjects.h"
 #include "framework/String.h"
 #include "framework/WinApp.h"
+#include "app/Settings.h"
 #include "ui/StatusBar.h"
 
 class CKmFrame;
@@ -44,7 +45,7 @@ public:
     int saveWindows = 1;
     int m_bDebugBuild = 0;
     int safeMode = 0;
-    int arrange = 2;
+    int arrange = ARRANGE_MAXIMISED;
     int tabSize = 8;
     int shiftWidth = 4;
     CFont screenFont;

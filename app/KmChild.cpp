@@ -2,8 +2,10 @@
 
 #include "app/KmApp.h"
 #include "app/KmFrame.h"
+#include "app/MenuRules.h"
 #include "app/Settings.h"
 #include "edit/FileUtil.h"
+#include "edit/Messages.h"
 #include "resources/KmIds.h"
 
 #include <commdlg.h>
@@ -37,6 +39,12 @@ CKmChild::CKmChild(unsigned long flags) : m_flags((flags & 0x3F) | CF_UNTITLED)
     GetCurrentDir(m_workDir);
 }
 
+CKmChild* KmChildOf(HWND hwnd)
+{
+    CWnd* wnd = CWnd::FromHandle(hwnd);
+    return wnd && wnd->IsKindOf(RUNTIME_CLASS(CKmChild)) ? static_cast<CKmChild*>(wnd) : nullptr;
+}
+
 bool CKmChild::QuerySave(unsigned) { return true; }
 
 int CKmChild::GetFindSeed(CString&) { return 0; }
@@ -51,55 +59,42 @@ const char* CKmChild::ExpandReplacement(SearchRequest*) { return nullptr; }
 
 int CKmChild::GetSelectionKind() { return 0; }
 
-namespace {
-
-void Gray(HMENU menu, UINT id) { ::EnableMenuItem(menu, id, MF_BYCOMMAND | MF_GRAYED); }
-
-void Enable(HMENU menu, UINT id) { ::EnableMenuItem(menu, id, MF_BYCOMMAND | MF_ENABLED); }
-
-void Check(HMENU menu, UINT id, bool on)
-{
-    ::CheckMenuItem(menu, id, MF_BYCOMMAND | (on ? MF_CHECKED : MF_UNCHECKED));
-}
-
-} // namespace
-
 // The states for a window that can't do much; richer windows override.
 void CKmChild::UpdatePopup(HMENU menu, int index)
 {
     switch (index) {
-    case 0:
-        Gray(menu, ID_FILE_SAVE);
-        Gray(menu, ID_FILE_SAVEAS);
-        Gray(menu, ID_FILE_PRINT);
+    case POPUP_FILE:
+        GrayItem(menu, ID_FILE_SAVE);
+        GrayItem(menu, ID_FILE_SAVEAS);
+        GrayItem(menu, ID_FILE_PRINT);
         break;
-    case 1:
-        UpdateEditPopup(menu, 0);
+    case POPUP_EDIT:
+        UpdateEditPopup(menu, EDITPOPUP_MENU);
         break;
-    case 2:
+    case POPUP_SEARCH:
         for (UINT id : {ID_SEARCH_REPLACE, ID_SEARCH_REPLACENEXT, ID_SEARCH_MARK,
                         ID_SEARCH_GOTOMARK, ID_SEARCH_GOTOLINE, ID_SEARCH_MATCHBRACE})
-            Gray(menu, id);
+            GrayItem(menu, id);
         break;
-    case 3:
+    case POPUP_SETTINGS:
         for (UINT id : {ID_SET_INSERT, ID_SET_ALIGN, ID_SET_INDENT}) {
-            Check(menu, id, false);
-            Gray(menu, id);
+            CheckItem(menu, id, false);
+            GrayItem(menu, id);
         }
-        Check(menu, ID_SET_READONLY, true);
-        Gray(menu, ID_SET_READONLY);
-        Gray(menu, ID_SET_CLEAN);
-        Check(menu, ID_SET_SHOWHSCROLL, (m_flags & CF_HSCROLL) != 0);
-        Check(menu, ID_SET_SHOWVSCROLL, (m_flags & CF_VSCROLL) != 0);
+        CheckItem(menu, ID_SET_READONLY, true);
+        GrayItem(menu, ID_SET_READONLY);
+        GrayItem(menu, ID_SET_CLEAN);
+        CheckItem(menu, ID_SET_SHOWHSCROLL, (m_flags & CF_HSCROLL) != 0);
+        CheckItem(menu, ID_SET_SHOWVSCROLL, (m_flags & CF_VSCROLL) != 0);
         break;
-    case 4:
-        Gray(menu, ID_PROJECT_COMPILE);
+    case POPUP_PROJECT:
+        GrayItem(menu, ID_PROJECT_COMPILE);
         break;
-    case 7:
-        Gray(menu, ID_HELP_FILESTATS);
-        Enable(menu, ID_HELP_CONTEXT);
-        Enable(menu, ID_HELP_SDK);
-        Enable(menu, ID_HELP_ENVIRONMENT);
+    case POPUP_HELP:
+        GrayItem(menu, ID_HELP_FILESTATS);
+        EnableItem(menu, ID_HELP_CONTEXT, true);
+        EnableItem(menu, ID_HELP_SDK, true);
+        EnableItem(menu, ID_HELP_ENVIRONMENT, true);
         break;
     default:
         break;
@@ -108,32 +103,66 @@ void CKmChild::UpdatePopup(HMENU menu, int index)
 
 void CKmChild::UpdateEditPopup(HMENU menu, int)
 {
-    Enable(menu, ID_EDIT_COPY);
+    EnableItem(menu, ID_EDIT_COPY, true);
     for (UINT id : {ID_EDIT_UNDO, ID_EDIT_PASTEFILE, ID_EDIT_CUT, ID_EDIT_CUTAPPEND,
                     ID_EDIT_SHIFTRIGHT, ID_EDIT_SHIFTLEFT, ID_EDIT_UPPERCASE, ID_EDIT_LOWERCASE,
                     ID_EDIT_TOGGLECASE, ID_EDIT_CAPITALIZE, ID_EDIT_PASTE, ID_EDIT_TRANSPOSE})
-        Gray(menu, id);
+        GrayItem(menu, id);
 }
 
-// An iconic file window shows its path with the last backslash turned into
-// a blank so the icon title can wrap; readers get the path back.
+namespace {
+
+// The icon title's blank goes where the last backslash is, unless that
+// opens the path or follows a drive's colon; -1 for none.
+int IconBlankIn(const CString& title)
+{
+    const int at = title.ReverseFind('\\');
+    return at > 0 && title[at - 1] != ':' ? at : -1;
+}
+
+} // namespace
+
 void CKmChild::GetTitle(CString& text) const
 {
     GetWindowText(text);
-    if ((m_flags & CF_FILE) && !(m_flags & CF_UNTITLED) && IsIconic()) {
-        int blank = text.ReverseFind(' ');
-        if (blank > 0 && text[blank - 1] != ':')
-            text.SetAt(blank, '\\');
+    if (m_iconBlank >= 0 && m_iconBlank < text.GetLength() && IsIconic())
+        text.SetAt(m_iconBlank, '\\');
+}
+
+void CKmChild::MakeIconTitle()
+{
+    if (!(m_flags & CF_FILE) || (m_flags & CF_UNTITLED) || m_iconBlank >= 0)
+        return;
+    CString title;
+    GetWindowText(title);
+    m_iconBlank = IconBlankIn(title);
+    if (m_iconBlank >= 0) {
+        title.SetAt(m_iconBlank, ' ');
+        SetWindowText(title);
     }
+}
+
+void CKmChild::RestoreIconTitle()
+{
+    if (m_iconBlank < 0)
+        return;
+    CString title;
+    GetWindowText(title);
+    if (m_iconBlank < title.GetLength() && title[m_iconBlank] == ' ') {
+        title.SetAt(m_iconBlank, '\\');
+        SetWindowText(title);
+    }
+    m_iconBlank = -1;
 }
 
 void CKmChild::SetTitle(const char* text)
 {
+    m_iconBlank = -1;
     SetWindowText(text);
     TellFrame(WL_TITLE);
 }
 
-void CKmChild::SetTitleFmt(unsigned stringId, ...)
+void CKmChild::SetTitleFmtUnchecked(unsigned stringId, ...)
 {
     CString format;
     if (!format.LoadString(stringId))
@@ -201,13 +230,13 @@ LRESULT CKmChild::OnMDIActivate(WPARAM wParam, LPARAM lParam)
             if (theApp.statusBar.Exists())
                 theApp.statusBar.SetTextId(IDS_IDLE, 0);
             theApp.recentFilesDirty = 1;
-            frame->PostMessage(WM_KM_SETMENU, 3);
+            frame->PostMessage(WM_KM_SETMENU, IDR_MENU_NOFILE);
         }
         if (activated && !previous) {
             if (theApp.statusBar.Exists())
                 theApp.statusBar.ClearText();
             theApp.recentFilesDirty = 1;
-            frame->PostMessage(WM_KM_SETMENU, 4);
+            frame->PostMessage(WM_KM_SETMENU, IDR_MENU_FILE);
         }
     }
     return Default();
@@ -255,9 +284,9 @@ LRESULT CKmChild::OnSysCommand(WPARAM wParam, LPARAM)
 {
     UINT command = static_cast<UINT>(wParam & 0xFFF0);
     if (command == SC_MAXIMIZE)
-        theApp.arrange = 2;
+        theApp.arrange = ARRANGE_MAXIMISED;
     else if (command == SC_RESTORE && IsZoomed())
-        theApp.arrange = 1;
+        theApp.arrange = ARRANGE_CASCADE;
     return Default();
 }
 

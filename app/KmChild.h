@@ -5,6 +5,8 @@
 #include "framework/GdiObjects.h"
 #include "framework/String.h"
 
+#include <type_traits>
+
 struct SearchRequest;
 
 enum : unsigned long {
@@ -23,6 +25,10 @@ enum : unsigned long {
 // Codes of WM_KM_WINDOWLIST.
 enum { WL_CREATED = 1, WL_DESTROYED = 2, WL_ACTIVATED = 6, WL_TITLE = 12 };
 
+class CKmChild;
+// The child window object of hwnd, null for any other window.
+CKmChild* KmChildOf(HWND hwnd);
+
 class CKmChild : public CMDIChildWnd {
     DECLARE_DYNAMIC(CKmChild)
 public:
@@ -40,14 +46,27 @@ public:
 
     // The caption, with the icon-title blank turned back into a backslash.
     void GetTitle(CString& text) const;
+    // A minimised file window shows its path with the last backslash as a
+    // blank, so that the icon title wraps between directory and name; the
+    // restore puts back only that backslash, so blanks of the path stay.
+    void MakeIconTitle();
+    void RestoreIconTitle();
     void SetTitle(const char* text);
-    void SetTitleFmt(unsigned stringId, ...);
+    // Loads string stringId and formats it with plain values (numbers,
+    // pointers, C strings), as for KmMessageBox.
+    template <typename... Args> void SetTitleFmt(unsigned stringId, Args... args)
+    {
+        static_assert((std::is_scalar<Args>::value && ...), "pass numbers, pointers or const char*");
+        SetTitleFmtUnchecked(stringId, args...);
+    }
+    void SetTitleFmtUnchecked(unsigned stringId, ...);
     void SyncCurrentDir();
     void Alert(UINT type);
 
     CFont m_font;
     CString m_workDir;
     unsigned long m_flags;
+    int m_iconBlank = -1; // where the icon title has its blank, -1 for none
 
 protected:
     LRESULT OnCreate(WPARAM, LPARAM);

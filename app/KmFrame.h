@@ -1,8 +1,17 @@
 // The one main window: menus, layout of the bars and the client, the active
 // child, and the services every window uses (wait state, alert, opening).
+// Its work is spread over three files: KmFrame.cpp (the window, its layout
+// and its own commands), FrameIntake.cpp (keys, open requests, DDE and
+// dropped files, and how a path becomes a window) and FrameMenus.cpp (the
+// menu bar, popup states, menu help and the recent files).
 #pragma once
+#include "app/KmCommands.h"
 #include "framework/FrameWnd.h"
 #include "framework/GdiObjects.h"
+#include "resources/KmIds.h"
+
+#include <memory>
+#include <vector>
 
 class CKmChild;
 
@@ -10,6 +19,7 @@ class CKmFrame : public CMDIFrameWnd {
     DECLARE_DYNAMIC(CKmFrame)
 public:
     CKmFrame();
+    ~CKmFrame() override;
     bool Create(const char* title, DWORD style, const RECT& rect);
 
     CKmChild* OpenFile(const char* path, bool readOnly, bool hex);
@@ -24,10 +34,10 @@ public:
     void ShowContextMenu(int x, int y);
     // The flag word for a new editor window, from the settings.
     static unsigned long NewWindowFlags();
-    // Asks every child in window order; false at the first refusal.
-    bool QueryChildren();
 
-    int m_nMenu = 3;
+    bool PreTranslateMessage(MSG* msg) override;
+
+    int m_nMenu = IDR_MENU_NOFILE; // the menu on show
     CKmChild* m_pActiveChild = nullptr;
     void* m_pFileManager = nullptr;
     CWnd* m_pSelector = nullptr;
@@ -36,10 +46,8 @@ public:
     CMenu m_menuPopup;
     HCURSOR m_hSavedCursor = nullptr;
 
-    bool PreTranslateMessage(MSG* msg) override;
-
 protected:
-
+    // KmFrame.cpp
     LRESULT OnClose(WPARAM, LPARAM);
     LRESULT OnQueryEndSession(WPARAM, LPARAM);
     LRESULT OnSize(WPARAM, LPARAM);
@@ -48,34 +56,37 @@ protected:
     LRESULT OnActivateApp(WPARAM, LPARAM);
     LRESULT OnSysColorChange(WPARAM, LPARAM);
     LRESULT OnTimeChange(WPARAM, LPARAM);
-    LRESULT OnInitMenuPopup(WPARAM, LPARAM);
-    LRESULT OnMenuSelect(WPARAM, LPARAM);
-    LRESULT OnDropFiles(WPARAM, LPARAM);
-    LRESULT OnDdeInitiate(WPARAM, LPARAM);
-    LRESULT OnDdeExecute(WPARAM, LPARAM);
-    LRESULT OnDdeTerminate(WPARAM, LPARAM);
     LRESULT OnShowPos(WPARAM, LPARAM);
-    LRESULT OnOpenFileRequest(WPARAM, LPARAM);
-    LRESULT OnSetMenu(WPARAM, LPARAM);
     LRESULT OnWindowList(WPARAM, LPARAM);
     LRESULT OnFileManagerClosed(WPARAM, LPARAM);
-    LRESULT OnNotYet(WPARAM, LPARAM);
     void OnFileNew();
     void OnFileOpen();
     void OnFileSaveAll();
     void OnFileExit();
     void OnFileClose();
-    void OnRecentFile(UINT id);
     void OnWindowTileVert();
     void OnWindowTileHorz();
     void OnWindowCascade();
     void OnWindowArrange();
     void OnWindowCloseAll();
-    void OnHelpContents();
-    void OnHelpSearch();
-    void OnHelpContext();
-    void OnNotYetCommand(UINT id);
+    // Asks every child in window order; false at the first refusal.
+    bool QueryChildren();
+
+    // FrameIntake.cpp
+    LRESULT OnDropFiles(WPARAM, LPARAM);
+    LRESULT OnDdeInitiate(WPARAM, LPARAM);
+    LRESULT OnDdeExecute(WPARAM, LPARAM);
+    LRESULT OnDdeTerminate(WPARAM, LPARAM);
+    LRESULT OnOpenFileRequest(WPARAM, LPARAM);
+
+    // FrameMenus.cpp
+    LRESULT OnInitMenuPopup(WPARAM, LPARAM);
+    LRESULT OnMenuSelect(WPARAM, LPARAM);
+    LRESULT OnSetMenu(WPARAM, LPARAM);
+    void OnRecentFile(UINT id);
+    void RebuildRecentFiles(HMENU popup);
 
     HACCEL m_hAccel = nullptr;
+    std::vector<std::unique_ptr<CKmCommands>> m_commands;
     DECLARE_MESSAGE_MAP()
 };

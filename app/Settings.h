@@ -18,3 +18,11 @@ enum : unsigned long {
 
 // Initial value of the flag word before any settings file is read.
 const unsigned long KF_DEFAULT = 0x408;
+
+// Values of the arrangement (key Arrange): how windows are laid out.
+enum Arrangement {
+    ARRANGE_TILEACROSS = 0, // side by side
+    ARRANGE_CASCADE = 1,
+    ARRANGE_MAXIMISED = 2,
+    ARRANGE_TILEDOWN = 3, // one above the other
+};

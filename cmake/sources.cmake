@@ -17,6 +17,7 @@ set(KM_CORE_SOURCES
 
 # The class library (Windows only).
 set(KM_FRAMEWORK_SOURCES
+  framework/CmdTarget.cpp
   framework/Exception.cpp
   framework/File.cpp
   framework/FrameWnd.cpp
@@ -31,12 +32,23 @@ set(KM_FRAMEWORK_SOURCES
 set(KM_APP_SOURCES
   app/KmApp.cpp
   app/KmChild.cpp
+  app/KmCommands.cpp
   app/KmFrame.cpp
+  app/FrameIntake.cpp
+  app/FrameMenus.cpp
   edit/KmEdit.cpp
   edit/KmFileEdit.cpp
   edit/FileUtil.cpp
+  edit/Messages.cpp
+  edit/TextFile.cpp
+  help/HelpCommands.cpp
+  print/PrintCommands.cpp
+  project/ProjectCommands.cpp
+  search/SearchCommands.cpp
+  tools/ToolCommands.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
+  ui/UiCommands.cpp
 )
 
 set(KM_RESOURCE_FILES

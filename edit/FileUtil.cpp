@@ -1,6 +1,6 @@
 #include "edit/FileUtil.h"
 
-#include "app/KmApp.h"
+#include "edit/Messages.h"
 #include "framework/File.h"
 #include "framework/Wnd.h"
 #include "resources/KmIds.h"
@@ -11,8 +11,6 @@
 
 namespace
 {
-
-const SIZE_T kMessageBlockSize = 2048;
 
 // Paths travel through the path calls in the OEM code page. For that round
 // trip to name the same file, the calls read and give OEM names while one
@@ -50,62 +48,6 @@ bool FullOemPath(const char* path, char (&full)[MAX_PATH])
     return length != 0 && length < MAX_PATH;
 }
 
-// The string id of a file exception's cause.
-UINT CauseStringId(int cause)
-{
-    switch (cause) {
-    case CFileException::fileNotFound:
-        return IDS_CAUSE_FILENOTFOUND;
-    case CFileException::badPath:
-        return IDS_CAUSE_BADPATH;
-    case CFileException::tooManyOpenFiles:
-        return IDS_CAUSE_TOOMANYOPEN;
-    case CFileException::accessDenied:
-        return IDS_CAUSE_ACCESSDENIED;
-    case CFileException::invalidFile:
-        return IDS_CAUSE_INVALIDFILE;
-    case CFileException::directoryFull:
-        return IDS_CAUSE_DIRECTORYFULL;
-    case CFileException::badSeek:
-        return IDS_CAUSE_BADSEEK;
-    case CFileException::hardIO:
-        return IDS_CAUSE_HARDIO;
-    case CFileException::sharingViolation:
-        return IDS_CAUSE_SHARINGVIOLATION;
-    case CFileException::lockViolation:
-        return IDS_CAUSE_LOCKVIOLATION;
-    case CFileException::diskFull:
-        return IDS_CAUSE_DISKFULL;
-    case CFileException::endOfFile:
-        return IDS_CAUSE_ENDOFFILE;
-    default:
-        return IDS_CAUSE_GENERIC;
-    }
-}
-
-int ShowMessage(HWND owner, const char* text, UINT style)
-{
-    return ::MessageBoxExA(owner, text, theApp.m_pszAppName, style, 0);
-}
-
-// Formats string stringId with the arguments into text, or "*id*" when
-// the string is missing or memory runs out.
-void FormatMessageText(char* text, UINT stringId, va_list args)
-{
-    try {
-        CString format;
-        if (format.LoadString(stringId)) {
-            ::wvsprintfA(text, format, args);
-            return;
-        }
-    } catch (const CMemoryException&) {
-        OutOfMemoryNotice();
-    } catch (const std::bad_alloc&) {
-        OutOfMemoryNotice();
-    }
-    ::wsprintfA(text, "*%d*", static_cast<int>(stringId));
-}
-
 time_t FileTimeToTime(const FILETIME& time)
 {
     const uint64_t ticks = (static_cast<uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
@@ -136,57 +78,6 @@ bool StatusOfRoot(const char* full, FileStatus& status)
 }
 
 } // namespace
-
-int KmMessageBox(CWnd* parent, UINT style, UINT stringId, ...)
-{
-    HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, kMessageBlockSize);
-    char* text = block ? static_cast<char*>(::GlobalLock(block)) : nullptr;
-    if (!text) {
-        if (block)
-            ::GlobalFree(block);
-        OutOfMemoryNotice();
-        return IDCANCEL; // a question counts as refused
-    }
-    va_list args;
-    va_start(args, stringId);
-    FormatMessageText(text, stringId, args);
-    va_end(args);
-    HWND owner = parent ? parent->m_hWnd : KmGetMainWindow();
-    int answer = ShowMessage(owner, text, style);
-    ::GlobalUnlock(block);
-    ::GlobalFree(block);
-    return answer;
-}
-
-void OutOfMemoryNotice()
-{
-    ::MessageBeep(MB_ICONEXCLAMATION);
-    theApp.statusBar.SetTextId(IDS_OUTOFMEMORY, 5);
-}
-
-int ReportFileError(const char* path, const CFileException& error, UINT style)
-{
-    CString text;
-    try {
-        CString format, cause;
-        format.LoadString(IDS_FILEERROR);
-        cause.LoadString(CauseStringId(error.m_cause));
-        text.Format(format, path, cause.c_str());
-    } catch (const CMemoryException&) {
-        OutOfMemoryNotice();
-        return IDCANCEL;
-    } catch (const std::bad_alloc&) {
-        OutOfMemoryNotice();
-        return IDCANCEL;
-    }
-    ::MessageBeep(MB_ICONHAND);
-    return ShowMessage(KmGetMainWindow(), text, style);
-}
-
-int ReportFileCause(const char* path, int cause, UINT style)
-{
-    return ReportFileError(path, CFileException(cause), style);
-}
 
 void GetCurrentDir(CString& dir)
 {

@@ -1,5 +1,4 @@
-// Messages from the string table, the one form of a file error report, and
-// the helpers for path names, temporary files and backups. None of them
+// The helpers for path names, temporary files and backups. None of them
 // keeps state; file failures end in a message box, so callers see only
 // true or false.
 #pragma once
@@ -10,8 +9,6 @@
 #include <ctime>
 #include <windows.h>
 
-class CWnd;
-
 struct FileStatus {
     time_t created;
     time_t modified;
@@ -20,15 +17,6 @@ struct FileStatus {
     uint8_t attribute;       // attribute bits masked with 63; the whole value for a root
     char fullName[MAX_PATH]; // ANSI, in the case the full-path function gave it
 };
-
-// Shows string stringId, formatted with the arguments, owned by parent or
-// else the main window; the button pressed (IDCANCEL without memory).
-int KmMessageBox(CWnd* parent, UINT style, UINT stringId, ...);
-// The reaction to a lack of memory: a beep and a timed status-bar text.
-void OutOfMemoryNotice();
-// "Error accessing '<path>'" with the text of the exception's cause.
-int ReportFileError(const char* path, const CFileException& error, UINT style);
-int ReportFileCause(const char* path, int cause, UINT style);
 
 // The current directory, lower case; empty if it cannot be read.
 void GetCurrentDir(CString& dir);

@@ -2,9 +2,11 @@
 
 #include "app/KmApp.h"
 #include "app/KmFrame.h"
+#include "app/MenuRules.h"
 #include "app/Settings.h"
 #include "edit/FileUtil.h"
-#include "framework/File.h"
+#include "edit/Messages.h"
+#include "edit/TextFile.h"
 #include "resources/KmIds.h"
 
 #include <commdlg.h>
@@ -48,15 +50,6 @@ namespace {
 
 const int kMarginWidth = 8; // selection strip at the child's left edge
 int g_untitledCount = 0;    // File1, File2, ...: never goes back
-
-// Moves the icon-title blank: for an iconic window the last backslash of the
-// path becomes a blank so the title can wrap, and back when restored.
-void SwapLastSeparator(CString& title, char from, char to)
-{
-    int at = title.ReverseFind(from);
-    if (at > 0 && title[at - 1] != ':')
-        title.SetAt(at, to);
-}
 
 CKmFrame* Frame() { return theApp.Frame(); }
 
@@ -109,7 +102,7 @@ bool CKmFileEdit::CreateWindowFor(const char* title)
         reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1),
         ::LoadIconA(KmGetResourceHandle(), MAKEINTRESOURCEA(IDI_EDITFILE)));
     DWORD style = WS_VISIBLE;
-    if (theApp.arrange == 2)
+    if (theApp.arrange == ARRANGE_MAXIMISED)
         style |= WS_MAXIMIZE;
     return className && Create(className, title, style, kRectDefault, frame);
 }
@@ -142,35 +135,9 @@ namespace {
 // The offer when the text does not fit: a read-only view of the file.
 void OfferReadOnlyView(const char* path, unsigned long childFlags)
 {
-    if (KmMessageBox(nullptr, 33, IDS_NOMEMORY_VIEW, path) == IDOK)
+    if (KmMessageBox(nullptr, MB_OKCANCEL | MB_ICONQUESTION, IDS_NOMEMORY_VIEW, path) == IDOK)
         if (CKmFrame* frame = Frame())
             frame->OpenFileFlags(path, childFlags | CF_READONLY);
-}
-
-// Grows block (or allocates one) to size bytes of movable local memory.
-HLOCAL GrowBlock(HLOCAL block, SIZE_T size)
-{
-    if (block)
-        return ::LocalReAlloc(block, size, LMEM_MOVEABLE);
-    return ::LocalAlloc(LMEM_MOVEABLE, size);
-}
-
-// The questions about a text that was read: control bytes, then terminators.
-bool AcceptText(const char* text, size_t length, const char* path, FileFormat& state,
-                size_t& count)
-{
-    int bad = FindNonAnsiByte(text, length);
-    if (bad >= 0 &&
-        KmMessageBox(nullptr, 36, IDS_NONANSI, static_cast<unsigned char>(text[bad]), path) !=
-            IDYES)
-        return false;
-    state = DetectFormat(text, length, count);
-    if (state == FF_NONE || state == FF_MIXED) {
-        if (KmMessageBox(nullptr, 36, IDS_BADTERMINATORS, path) != IDYES)
-            return false;
-        state = FF_DOS;
-    }
-    return true;
 }
 
 } // namespace
@@ -178,73 +145,24 @@ bool AcceptText(const char* text, size_t length, const char* path, FileFormat& s
 HLOCAL CKmFileEdit::LoadTextBlock(const char* path, DWORD maxSize, HLOCAL block,
                                   FileFormat& format, unsigned long childFlags)
 {
-    CFile file;
-    CFileException error;
-    if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
-        ReportFileError(path, error, 48);
-        return nullptr;
-    }
-    uint64_t length64 = 0;
-    try {
-        length64 = file.GetLength();
-    } catch (const CFileException& e) {
-        ReportFileError(path, e, 48);
-        file.Abort();
-        return nullptr;
-    }
-    HLOCAL grown = nullptr;
-    if (length64 <= maxSize && length64 < 0xFFFFFFFFu)
-        grown = GrowBlock(block, static_cast<SIZE_T>(length64) + 1);
-    if (!grown) {
-        file.Abort();
+    TextReadQuestions questions;
+    questions.acceptControlByte = [path](unsigned value) {
+        return KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_NONANSI, value, path) ==
+               IDYES;
+    };
+    questions.acceptTerminators = [path] {
+        return KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_BADTERMINATORS, path) ==
+               IDYES;
+    };
+    switch (ReadTextBlock(path, maxSize, block, format, questions)) {
+    case TR_OK:
+        return block;
+    case TR_TOOLARGE:
         OfferReadOnlyView(path, childFlags);
         return nullptr;
+    default:
+        return nullptr;
     }
-    block = grown;
-    const size_t length = static_cast<size_t>(length64);
-
-    bool good = true;
-    char* text = static_cast<char*>(::LocalLock(block));
-    try {
-        size_t done = 0;
-        while (done < length) {
-            unsigned chunk = length - done > 0x40000000u ? 0x40000000u
-                                                         : static_cast<unsigned>(length - done);
-            unsigned got = file.Read(text + done, chunk);
-            if (got == 0)
-                break;
-            done += got;
-        }
-        text[done] = '\0';
-    } catch (const CFileException& e) {
-        ReportFileError(path, e, 48);
-        good = false;
-    }
-    file.Abort();
-
-    FileFormat state = FF_DOS;
-    size_t count = 0;
-    if (good && length != 0)
-        good = AcceptText(text, length, path, state, count);
-    ::LocalUnlock(block);
-
-    if (good && (state == FF_UNIX || state == FF_MAC)) {
-        // Each lone terminator becomes CR LF, expanded within the same block.
-        uint64_t newSize = static_cast<uint64_t>(length) + count;
-        HLOCAL wider = newSize < maxSize && newSize < 0xFFFFFFFFu
-                           ? ::LocalReAlloc(block, static_cast<SIZE_T>(newSize) + 1, LMEM_MOVEABLE)
-                           : nullptr;
-        if (!wider) {
-            OfferReadOnlyView(path, childFlags);
-            return nullptr;
-        }
-        block = wider;
-        char* converted = static_cast<char*>(::LocalLock(block));
-        ExpandTerminators(converted, length, count, state);
-        ::LocalUnlock(block);
-    }
-    format = state;
-    return good ? block : nullptr;
 }
 
 int CKmFileEdit::GetSelectionKind()
@@ -261,58 +179,44 @@ int CKmFileEdit::GetSelectionKind()
     return multiLine ? 2 : 1;
 }
 
-namespace {
-
-void Enable(HMENU menu, UINT id, bool enabled)
-{
-    ::EnableMenuItem(menu, id, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
-}
-
-void Check(HMENU menu, UINT id, bool checked)
-{
-    ::CheckMenuItem(menu, id, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
-}
-
-} // namespace
-
 void CKmFileEdit::UpdatePopup(HMENU menu, int index)
 {
     const bool readOnly = (m_flags & CF_READONLY) != 0;
     const bool modified = (m_flags & CF_MODIFIED) != 0;
     switch (index) {
-    case 0:
-        Enable(menu, ID_FILE_SAVE, modified && !(m_flags & CF_UNTITLED));
-        Enable(menu, ID_FILE_SAVEAS, true);
-        Enable(menu, ID_FILE_PRINT, true);
+    case POPUP_FILE:
+        EnableItem(menu, ID_FILE_SAVE, modified && !(m_flags & CF_UNTITLED));
+        EnableItem(menu, ID_FILE_SAVEAS, true);
+        EnableItem(menu, ID_FILE_PRINT, true);
         break;
-    case 1:
-        UpdateEditPopup(menu, 0);
+    case POPUP_EDIT:
+        UpdateEditPopup(menu, EDITPOPUP_MENU);
         break;
-    case 2:
+    case POPUP_SEARCH:
         if (readOnly) { // else as the frame set them for the pattern
-            Enable(menu, ID_SEARCH_REPLACE, false);
-            Enable(menu, ID_SEARCH_REPLACENEXT, false);
+            EnableItem(menu, ID_SEARCH_REPLACE, false);
+            EnableItem(menu, ID_SEARCH_REPLACENEXT, false);
         }
         for (UINT id : {ID_SEARCH_MARK, ID_SEARCH_GOTOMARK, ID_SEARCH_GOTOLINE,
                         ID_SEARCH_MATCHBRACE})
-            Enable(menu, id, true);
+            EnableItem(menu, id, true);
         break;
-    case 3:
-        Check(menu, ID_SET_INSERT, !(m_flags & CF_OVERTYPE));
+    case POPUP_SETTINGS:
+        CheckItem(menu, ID_SET_INSERT, !(m_flags & CF_OVERTYPE));
         for (UINT id : {ID_SET_ALIGN, ID_SET_INDENT, ID_SET_READONLY, ID_SET_SHOWHSCROLL,
                         ID_SET_SHOWVSCROLL})
-            Enable(menu, id, true);
-        Check(menu, ID_SET_ALIGN, (m_flags & CF_ALIGN) != 0);
-        Check(menu, ID_SET_INDENT, (m_flags & CF_BLOCKINDENT) != 0);
-        Check(menu, ID_SET_READONLY, readOnly);
-        Check(menu, ID_SET_SHOWHSCROLL, (m_flags & CF_HSCROLL) != 0);
-        Check(menu, ID_SET_SHOWVSCROLL, (m_flags & CF_VSCROLL) != 0);
-        Enable(menu, ID_SET_CLEAN, modified && !readOnly);
+            EnableItem(menu, id, true);
+        CheckItem(menu, ID_SET_ALIGN, (m_flags & CF_ALIGN) != 0);
+        CheckItem(menu, ID_SET_INDENT, (m_flags & CF_BLOCKINDENT) != 0);
+        CheckItem(menu, ID_SET_READONLY, readOnly);
+        CheckItem(menu, ID_SET_SHOWHSCROLL, (m_flags & CF_HSCROLL) != 0);
+        CheckItem(menu, ID_SET_SHOWVSCROLL, (m_flags & CF_VSCROLL) != 0);
+        EnableItem(menu, ID_SET_CLEAN, modified && !readOnly);
         break;
-    case 7:
-        Enable(menu, ID_HELP_FILESTATS, !(theApp.flags & KF_NOSTATUSBAR));
+    case POPUP_HELP:
+        EnableItem(menu, ID_HELP_FILESTATS, !(theApp.flags & KF_NOSTATUSBAR));
         for (UINT id : {ID_HELP_CONTEXT, ID_HELP_SDK, ID_HELP_ENVIRONMENT})
-            Enable(menu, id, true);
+            EnableItem(menu, id, true);
         break;
     default:
         break;
@@ -327,93 +231,30 @@ void CKmFileEdit::UpdateEditPopup(HMENU menu, int)
                        reinterpret_cast<LPARAM>(&end));
     const bool selection = start != end;
     const bool empty = m_edit.SendMessage(WM_GETTEXTLENGTH) == 0;
-    Enable(menu, ID_EDIT_UNDO, m_edit.SendMessage(EM_CANUNDO) != 0);
-    Enable(menu, ID_EDIT_PASTEFILE, !readOnly);
-    Enable(menu, ID_EDIT_COPY, selection);
-    Enable(menu, ID_EDIT_COPYAPPEND, selection);
+    EnableItem(menu, ID_EDIT_UNDO, m_edit.SendMessage(EM_CANUNDO) != 0);
+    EnableItem(menu, ID_EDIT_PASTEFILE, !readOnly);
+    EnableItem(menu, ID_EDIT_COPY, selection);
+    EnableItem(menu, ID_EDIT_COPYAPPEND, selection);
     for (UINT id : {ID_EDIT_CUT, ID_EDIT_CUTAPPEND, ID_EDIT_CAPITALIZE})
-        Enable(menu, id, !readOnly && selection);
-    Enable(menu, ID_EDIT_TRANSPOSE, !readOnly && !selection);
-    Enable(menu, ID_EDIT_SHIFTRIGHT, !readOnly);
+        EnableItem(menu, id, !readOnly && selection);
+    EnableItem(menu, ID_EDIT_TRANSPOSE, !readOnly && !selection);
+    EnableItem(menu, ID_EDIT_SHIFTRIGHT, !readOnly);
     for (UINT id : {ID_EDIT_SHIFTLEFT, ID_EDIT_UPPERCASE, ID_EDIT_LOWERCASE, ID_EDIT_TOGGLECASE})
-        Enable(menu, id, !readOnly && !empty);
-    Enable(menu, ID_EDIT_PASTE, !readOnly && ::IsClipboardFormatAvailable(CF_TEXT));
+        EnableItem(menu, id, !readOnly && !empty);
+    EnableItem(menu, ID_EDIT_PASTE, !readOnly && ::IsClipboardFormatAvailable(CF_TEXT));
 }
 
-// Writes the text beside the file and puts it in the file's place only when
-// the whole write succeeded, so a failed save never destroys the file.
 bool CKmFileEdit::WriteTextTo(const char* name)
 {
-    CString dir;
-    if (!SplitDir(name, dir))
-        GetCurrentDir(dir);
-    char temp[MAX_PATH];
-    if (!::GetTempFileNameA(dir, "KMT", 0, temp)) {
-        ReportFileError(name, CFileException(CFileException::OsErrorToException(
-                                                 static_cast<long>(::GetLastError()))),
-                        48);
-        return false;
-    }
-
-    int textLength = m_edit.SendMessage(WM_GETTEXTLENGTH) > 0
-                         ? static_cast<int>(m_edit.SendMessage(WM_GETTEXTLENGTH))
-                         : 0;
+    const LRESULT textLength = m_edit.SendMessage(WM_GETTEXTLENGTH);
     HLOCAL block = reinterpret_cast<HLOCAL>(m_edit.SendMessage(EM_GETHANDLE));
     const char* text = static_cast<const char*>(::LocalLock(block));
-    size_t length = text ? strnlen(text, static_cast<size_t>(textLength)) : 0;
-    char* converted = nullptr;
-    if (m_format != FF_DOS) {
-        converted = static_cast<char*>(::GlobalAlloc(GMEM_FIXED, length + 1));
-        if (converted)
-            length = ContractTerminators(text, length, converted, m_format);
-        else
-            OutOfMemoryNotice(); // the text is written as it stands
-    }
-
-    bool written = false;
-    CFile file;
-    try {
-        CFileException error;
-        if (!file.Open(temp, CFile::modeWrite | CFile::modeCreate | CFile::shareExclusive, &error))
-            throw error;
-        const char* out = converted ? converted : text;
-        size_t done = 0;
-        while (done < length) {
-            unsigned chunk = length - done > 0x40000000u ? 0x40000000u
-                                                         : static_cast<unsigned>(length - done);
-            file.Write(out + done, chunk);
-            done += chunk;
-        }
-        file.Close();
-        written = true;
-    } catch (const CFileException& e) {
-        file.Abort();
-        ReportFileError(name, e, 48);
-    }
-    if (converted)
-        ::GlobalFree(converted);
+    // A NUL that the user accepted at loading ends the text.
+    const size_t length = text && textLength > 0 ? strnlen(text, static_cast<size_t>(textLength)) : 0;
+    const bool written =
+        WriteTextFile(name, text ? text : "", length, m_format, (theApp.flags & KF_BACKUP) != 0);
     ::LocalUnlock(block);
-
-    if (written) {
-        DWORD attributes = ::GetFileAttributesA(name);
-        bool backedUp = false;
-        if ((theApp.flags & KF_BACKUP) && attributes != INVALID_FILE_ATTRIBUTES)
-            backedUp = MakeBackup(name); // a failed backup does not stop the save
-        if (::MoveFileExA(temp, name, MOVEFILE_REPLACE_EXISTING)) {
-            if (attributes != INVALID_FILE_ATTRIBUTES)
-                ::SetFileAttributesA(name, attributes);
-            return true;
-        }
-        DWORD os = ::GetLastError();
-        if (backedUp) // the original goes back to its name
-            ::MoveFileA(BackupName(name), name);
-        ReportFileError(name, CFileException(CFileException::OsErrorToException(
-                                                 static_cast<long>(os)),
-                                             static_cast<long>(os)),
-                        48);
-    }
-    ::DeleteFileA(temp);
-    return false;
+    return written;
 }
 
 bool CKmFileEdit::WriteEditFile()
@@ -459,7 +300,7 @@ bool CKmFileEdit::AskSaveAsName()
     CString old;
     GetTitle(old);
     if (chosen != old.c_str() && Frame() && Frame()->FindChildByPath(chosen)) {
-        KmMessageBox(nullptr, 48, IDS_OPENELSEWHERE, chosen.c_str());
+        KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_OPENELSEWHERE, chosen.c_str());
         return false;
     }
     SetTitle(chosen);
@@ -505,7 +346,7 @@ bool CKmFileEdit::QuerySave(unsigned promptId)
     if (!(theApp.flags & KF_AUTOSAVE) && promptId != 0) {
         CString title;
         GetTitle(title);
-        answer = KmMessageBox(nullptr, 35, promptId, title.c_str());
+        answer = KmMessageBox(nullptr, MB_YESNOCANCEL | MB_ICONQUESTION, promptId, title.c_str());
     } else if ((theApp.flags & KF_AUTOSAVE) && theApp.statusBar.Exists()) {
         theApp.statusBar.SetTextId(IDS_AUTOSAVE, 5);
     }
@@ -545,15 +386,10 @@ LRESULT CKmFileEdit::OnQueryEndSession(WPARAM, LPARAM)
 
 LRESULT CKmFileEdit::OnSize(WPARAM wParam, LPARAM lParam)
 {
-    if ((m_flags & CF_FILE) && !(m_flags & CF_UNTITLED)) {
-        CString title;
-        GetWindowText(title);
-        if (wParam == SIZE_MINIMIZED)
-            SwapLastSeparator(title, '\\', ' ');
-        else
-            SwapLastSeparator(title, ' ', '\\');
-        SetWindowText(title);
-    }
+    if (wParam == SIZE_MINIMIZED)
+        MakeIconTitle();
+    else if (wParam == SIZE_RESTORED || wParam == SIZE_MAXIMIZED)
+        RestoreIconTitle();
     if ((wParam == SIZE_RESTORED || wParam == SIZE_MAXIMIZED) && m_edit.m_hWnd)
         ::MoveWindow(m_edit.m_hWnd, kMarginWidth, 0, LOWORD(lParam) - kMarginWidth,
                      HIWORD(lParam), TRUE);

@@ -1,5 +1,7 @@
 #include "framework/Exception.h"
 
+#include "framework/WinApp.h"
+
 #include <windows.h>
 
 IMPLEMENT_DYNAMIC(CException, CObject)
@@ -60,3 +62,20 @@ int CFileException::OsErrorToException(long osError)
 void ThrowMemoryException() { throw CMemoryException(); }
 
 void ThrowFileException(int cause, long osError) { throw CFileException(cause, osError); }
+
+void KmReportStrayException(unsigned message)
+{
+    CWinApp* app = KmGetApp();
+    if (!app)
+        return;
+    try {
+        throw;
+    } catch (const CException& e) {
+        app->ProcessWndProcException(&e, message);
+    } catch (const std::bad_alloc&) {
+        CMemoryException memory;
+        app->ProcessWndProcException(&memory, message);
+    } catch (...) {
+        app->ProcessWndProcException(nullptr, message);
+    }
+}

@@ -2,11 +2,15 @@
 #pragma once
 #include "framework/Object.h"
 
+#include <new>
+
 class CException : public CObject {
     DECLARE_DYNAMIC(CException)
 };
 
-class CMemoryException : public CException {
+// The one memory failure. The application's new handler throws it too, so
+// a failing operator new and a failing platform allocation are caught alike.
+class CMemoryException : public CException, public std::bad_alloc {
     DECLARE_DYNAMIC(CMemoryException)
 };
 
@@ -40,4 +44,7 @@ public:
 };
 
 [[noreturn]] void ThrowMemoryException();
+// For use inside a catch block at a border that nothing may cross (a window
+// procedure, the message loop): hands what was caught to the application.
+void KmReportStrayException(unsigned message);
 [[noreturn]] void ThrowFileException(int cause, long osError = -1);

@@ -86,12 +86,12 @@ bool CMDIFrameWnd::CreateClient(const CREATESTRUCTA* cs, HMENU windowMenu)
 {
     CLIENTCREATESTRUCT ccs;
     ccs.hWindowMenu = windowMenu;
-    ccs.idFirstChild = 0xFF00;
+    ccs.idFirstChild = KM_FIRST_MDICHILD;
     // No scroll bars: with a maximised child the client would still show them.
     m_hWndMDIClient = ::CreateWindowExA(
         WS_EX_CLIENTEDGE, "MDICLIENT", nullptr,
         WS_CHILD | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0, cs->cx, cs->cy,
-        m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(0xE900)), KmGetInstanceHandle(),
+        m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(KM_ID_MDICLIENT)), KmGetInstanceHandle(),
         &ccs);
     return m_hWndMDIClient != nullptr;
 }
@@ -102,20 +102,32 @@ LRESULT CMDIFrameWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         if (!CreateClient(reinterpret_cast<const CREATESTRUCTA*>(lParam), nullptr))
             return -1;
     }
+    if (message != WM_COMMAND && message != WM_NOTIFY && !FindEntry(message, 0, 0)) {
+        LRESULT result = 0;
+        for (CCmdTarget* target : m_commandTargets)
+            if (target->OnWndMsg(message, wParam, lParam, result))
+                return result;
+    }
     return CFrameWnd::WindowProc(message, wParam, lParam);
 }
 
 bool CMDIFrameWnd::OnCommand(WPARAM wParam, LPARAM lParam)
 {
-    UINT id = LOWORD(wParam);
-    if ((id & 0xF000) == 0xF000)
-        return false; // the window list and system commands
-    if (lParam == 0) {
-        if (CMDIChildWnd* child = MDIGetActive())
-            if (child->OnCmdMsg(id, CommandCode(wParam, lParam)))
-                return true;
-    }
-    return CWnd::OnCommand(wParam, lParam);
+    const UINT id = LOWORD(wParam);
+    if ((id & KM_SYSTEM_IDS) == KM_SYSTEM_IDS)
+        return false;
+    if (lParam != 0) // a control's notification is the frame's own
+        return CWnd::OnCommand(wParam, lParam);
+    const UINT code = CommandCode(wParam, lParam);
+    if (CMDIChildWnd* child = MDIGetActive())
+        if (child->OnCmdMsg(id, code))
+            return true;
+    if (CWnd::OnCommand(wParam, lParam))
+        return true;
+    for (CCmdTarget* target : m_commandTargets)
+        if (target->OnCmdMsg(id, code))
+            return true;
+    return false;
 }
 
 LRESULT CMDIFrameWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)

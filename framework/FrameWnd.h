@@ -3,8 +3,17 @@
 #pragma once
 #include "framework/Wnd.h"
 
+#include <vector>
+
 // Lets the system choose position and size.
 extern const RECT kRectDefault;
+
+// Ids of the client's window list start here.
+const UINT KM_FIRST_MDICHILD = 0xFF00;
+// Commands with all these bits set are the window list's and the system's.
+const UINT KM_SYSTEM_IDS = 0xF000;
+// The child id of the client window.
+const UINT KM_ID_MDICLIENT = 0xE900;
 
 class CFrameWnd : public CWnd {
     DECLARE_DYNAMIC(CFrameWnd)
@@ -32,9 +41,12 @@ public:
     void MDIIconArrange() const;
     HMENU MDISetMenu(HMENU frameMenu, HMENU windowMenu) const;
 
-    // Commands reach the active child's maps first, then the frame's; ids
-    // of the system range go to the default procedure.
+    // Commands reach the active child's maps first, then the frame's, then
+    // the targets added here, in that order; ids of the system range go to
+    // the default procedure. Window messages that the frame's maps don't
+    // take are offered to the targets too.
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
+    void AddCommandTarget(CCmdTarget* target) { m_commandTargets.push_back(target); }
 
 protected:
     // Creates the client window; windowMenu receives the window list.
@@ -42,6 +54,9 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool PreTranslateMessage(MSG* msg) override;
+
+private:
+    std::vector<CCmdTarget*> m_commandTargets;
 };
 
 class CMDIChildWnd : public CFrameWnd {

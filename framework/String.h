@@ -4,6 +4,14 @@
 #include <string>
 #include <windows.h>
 
+// Lets the compiler check the arguments of a printf-style function; f is
+// the format's position and a that of the first argument (this counts 1).
+#ifdef __MINGW_PRINTF_FORMAT
+#define KM_PRINTF(f, a) __attribute__((format(__MINGW_PRINTF_FORMAT, f, a)))
+#else
+#define KM_PRINTF(f, a) __attribute__((format(printf, f, a)))
+#endif
+
 class CString {
 public:
     CString() = default;
@@ -40,7 +48,7 @@ public:
     void MakeUpper();
 
     // Formats in the manner of sprintf.
-    void Format(const char* format, ...);
+    void Format(const char* format, ...) KM_PRINTF(2, 3);
     // Loads a string of the string table; false if there is none.
     bool LoadString(unsigned id);
 

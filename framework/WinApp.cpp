@@ -13,6 +13,7 @@ CWinApp::CWinApp(const char* appName) : m_pszAppName(appName)
 {
     g_app = this;
     m_hInstance = ::GetModuleHandleA(nullptr);
+    std::set_new_handler(&ThrowMemoryException);
 }
 
 CWinApp::~CWinApp()
@@ -71,9 +72,14 @@ bool CWinApp::PumpMessage()
 
 int CWinApp::Run()
 {
-    while (PumpMessage()) {
+    for (;;) {
+        try {
+            if (!PumpMessage())
+                return m_nExitCode;
+        } catch (...) { // the loop's last catch: the program goes on
+            KmReportStrayException(0);
+        }
     }
-    return m_nExitCode;
 }
 
 void CWinApp::ProcessWndProcException(const CException*, UINT) { ::MessageBeep(MB_ICONHAND); }

@@ -5,10 +5,9 @@
 
 #include <cstdio>
 #include <cstring>
-#include <exception>
 #include <unordered_map>
 
-IMPLEMENT_DYNAMIC(CWnd, CObject)
+IMPLEMENT_DYNAMIC(CWnd, CCmdTarget)
 
 namespace {
 
@@ -21,20 +20,9 @@ std::unordered_map<HWND, CWnd*>& HandleMap()
 
 CWnd* g_wndInit = nullptr; // the window being created
 
-const KmMsgMapEntry g_baseEntries[] = {
-    {0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr, nullptr}};
-
 } // namespace
 
 void KmSetWndInit(CWnd* wnd) { g_wndInit = wnd; }
-
-const KmMsgMap* CWnd::GetThisMessageMap()
-{
-    static const KmMsgMap map = {nullptr, g_baseEntries};
-    return &map;
-}
-
-const KmMsgMap* CWnd::GetMessageMap() const { return GetThisMessageMap(); }
 
 CWnd::~CWnd()
 {
@@ -77,16 +65,8 @@ LRESULT CALLBACK CWnd::StdWndProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM
     // Nothing may unwind through the window procedure.
     try {
         return wnd->Dispatch(message, wParam, lParam);
-    } catch (const CException& e) {
-        if (CWinApp* app = KmGetApp())
-            app->ProcessWndProcException(&e, message);
-    } catch (const std::bad_alloc&) {
-        CMemoryException memory;
-        if (CWinApp* app = KmGetApp())
-            app->ProcessWndProcException(&memory, message);
     } catch (...) {
-        if (CWinApp* app = KmGetApp())
-            app->ProcessWndProcException(nullptr, message);
+        KmReportStrayException(message);
     }
     return 0;
 }
@@ -113,61 +93,6 @@ LRESULT CWnd::Dispatch(UINT message, WPARAM wParam, LPARAM lParam)
     return result;
 }
 
-const KmMsgMapEntry* CWnd::FindEntry(UINT message, UINT code, UINT id) const
-{
-    for (const KmMsgMap* map = GetMessageMap(); map;
-         map = map->pfnGetBaseMap ? map->pfnGetBaseMap() : nullptr) {
-        for (const KmMsgMapEntry* entry = map->lpEntries; entry->nSig != KmSig_end; ++entry) {
-            if (entry->pRegistered) {
-                // 0 until registered, or when registering failed
-                if (*entry->pRegistered == message && message != 0)
-                    return entry;
-                continue;
-            }
-            if (entry->nMessage != message)
-                continue;
-            if (message == WM_COMMAND || message == WM_NOTIFY) {
-                if (entry->nCode == code && id >= entry->nID && id <= entry->nLastID)
-                    return entry;
-            } else {
-                return entry;
-            }
-        }
-    }
-    return nullptr;
-}
-
-bool CWnd::DispatchEntry(const KmMsgMapEntry* entry, UINT id, WPARAM wParam, LPARAM lParam,
-                         LRESULT& result)
-{
-    result = 0;
-    switch (entry->nSig) {
-    case KmSig_lwl:
-        result = (this->*entry->pfnMessage)(wParam, lParam);
-        return true;
-    case KmSig_vv:
-        (this->*entry->pfnVoid)();
-        return true;
-    case KmSig_vu:
-        (this->*entry->pfnRange)(id);
-        return true;
-    case KmSig_lnm:
-        result = (this->*entry->pfnNotify)(reinterpret_cast<NMHDR*>(lParam));
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool CWnd::OnCmdMsg(UINT id, UINT code)
-{
-    const KmMsgMapEntry* entry = FindEntry(WM_COMMAND, code, id);
-    if (!entry)
-        return false;
-    LRESULT ignored;
-    return DispatchEntry(entry, id, 0, 0, ignored);
-}
-
 bool CWnd::OnCommand(WPARAM wParam, LPARAM lParam)
 {
     return OnCmdMsg(LOWORD(wParam), CommandCode(wParam, lParam));
@@ -189,8 +114,7 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             return result;
         return DefWindowProc(message, wParam, lParam);
     }
-    const KmMsgMapEntry* entry = FindEntry(message, 0, 0);
-    if (entry && DispatchEntry(entry, 0, wParam, lParam, result))
+    if (OnWndMsg(message, wParam, lParam, result))
         return result;
     return DefWindowProc(message, wParam, lParam);
 }

@@ -171,6 +171,14 @@ bool CKmStatusBar::Destroy()
     return true;
 }
 
+CKmStatusBar* CKmStatusBar::OfParent(HWND parent)
+{
+    for (CKmStatusBar* bar = s_pFirst; bar; bar = bar->m_pNext)
+        if (bar->m_hWnd && ::GetParent(bar->m_hWnd) == parent)
+            return bar;
+    return nullptr;
+}
+
 void CKmStatusBar::Unlink()
 {
     for (CKmStatusBar** link = &s_pFirst; *link; link = &(*link)->m_pNext) {

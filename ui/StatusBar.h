@@ -30,7 +30,7 @@ class CKmStatusBar
     void SetNextGap(int n);
     // The pane's index, -1 without a window or after eleven panes. When a
     // pane can't be allocated its index stays taken, with no pane, and
-    // std::bad_alloc goes on to the caller.
+    // the memory failure goes on to the caller.
     int AddPositionPane();
     int AddChoicePane(const char* commaList);
     int AddTogglePane(const char* off, const char* on);
@@ -48,6 +48,8 @@ class CKmStatusBar
     void TogglePane(int index);
 
     HWND GetHwnd() const { return m_hWnd; }
+    // The bar whose window stands in parent, null if none.
+    static CKmStatusBar* OfParent(HWND parent);
     bool Exists() const { return m_hWnd != nullptr; }
     // The pane at index, null for a bad index or a pane that failed.
     CStatusPane* GetPane(int index) const;

@@ -1,6 +1,8 @@
 // The messages of the file helpers, answered by a hook that presses the
 // box's button and keeps its text.
+#include "app/KmApp.h"
 #include "edit/FileUtil.h"
+#include "edit/Messages.h"
 
 #include "framework/File.h"
 #include "resources/KmIds.h"
@@ -31,6 +33,7 @@ TEST(KmMessageBox, FormatsTheStringAndGivesTheButton)
     EXPECT_EQ(IDNO, KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_CREATENEW, "c:\\new.c"));
     ASSERT_EQ(1u, answerer.Boxes().size());
     EXPECT_EQ("OK to create new\n'c:\\new.c'", answerer.Boxes()[0].text);
+    EXPECT_EQ(theApp.m_pszAppName, answerer.Boxes()[0].caption);
     EXPECT_EQ("Kelmar", answerer.Boxes()[0].caption);
 }
 

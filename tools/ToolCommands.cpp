@@ -1,0 +1,13 @@
+#include "tools/ToolCommands.h"
+
+#include "resources/KmIds.h"
+
+IMPLEMENT_DYNAMIC(CToolCommands, CKmCommands)
+
+// clang-format off
+BEGIN_MESSAGE_MAP(CToolCommands, CKmCommands)
+    ON_COMMAND_RANGE(ID_FILE_MANAGE, ID_FILE_MANAGE, OnNotYet)
+    ON_COMMAND_RANGE(ID_TOOL_COMPARE, ID_TOOL_EXTRACTSTRINGS, OnNotYet)
+    ON_COMMAND_RANGE(ID_TOOL_RUN, ID_TOOL_LAST, OnNotYet)
+END_MESSAGE_MAP()
+// clang-format on

@@ -1,0 +1,14 @@
+#include "ui/UiCommands.h"
+
+#include "resources/KmIds.h"
+
+IMPLEMENT_DYNAMIC(CUiCommands, CKmCommands)
+
+// clang-format off
+BEGIN_MESSAGE_MAP(CUiCommands, CKmCommands)
+    ON_COMMAND_RANGE(ID_SET_GLOBAL, ID_SET_GLOBAL, OnNotYet)
+    ON_COMMAND_RANGE(ID_TOOL_SYSMETRICS, ID_TOOL_SYSMETRICS, OnNotYet)
+    ON_COMMAND_RANGE(ID_WINDOW_SELECTOR, ID_WINDOW_SELECTOR, OnNotYet)
+    ON_COMMAND_RANGE(ID_HELP_ABOUT, ID_HELP_ABOUT, OnNotYet)
+END_MESSAGE_MAP()
+// clang-format on
