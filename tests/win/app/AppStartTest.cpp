@@ -193,3 +193,21 @@ TEST_F(AppStartTest, HexAddressOpensNoEditor)
     EXPECT_TRUE(ChildCaptions().empty());
     EXPECT_TRUE(m_boxes.texts.empty());
 }
+
+// Each window makes its own directory the current one, so the names of the
+// command line are taken against the directory the program started in.
+TEST_F(AppStartTest, RelativeNamesOfTheCommandLineNameTheFilesOfTheStartDirectory)
+{
+    ASSERT_TRUE(::CreateDirectoryA((m_dir + "\\app").c_str(), nullptr));
+    ASSERT_TRUE(::CreateDirectoryA((m_dir + "\\edit").c_str(), nullptr));
+    WriteFile("app\\frame.c", Lines(2));
+    WriteFile("edit\\editor.c", Lines(20));
+
+    ASSERT_TRUE(Start("app\\frame.c edit\\editor.c(12,5)"));
+    EXPECT_TRUE(m_boxes.texts.empty()); // no offer to create anything
+    EXPECT_EQ(ChildCaptions(),
+              (std::set<std::string>{FullLower("app\\frame.c"), FullLower("edit\\editor.c")}));
+    const CaretPlace place = CaretOf(ChildByCaption(FullLower("edit\\editor.c")));
+    EXPECT_EQ(11, place.line);
+    EXPECT_EQ(4, place.column);
+}

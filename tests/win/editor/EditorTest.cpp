@@ -13,6 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
@@ -806,3 +808,94 @@ TEST_F(EditorTest, TileVerticalPutsTwoWindowsSideBySide)
 }
 
 } // namespace
+
+// --- the safe save and paths with blanks
+
+TEST_F(EditorTest, PathWithBlanksSurvivesMinimiseRestoreAndSave)
+{
+    ASSERT_TRUE(::CreateDirectoryA(Path("my dir").c_str(), nullptr));
+    CKmFileEdit* edit = OpenWith("my dir\\a b.c", "x\r\n");
+    ASSERT_NE(nullptr, edit);
+    const std::string path = Lower(Path("my dir\\a b.c"));
+
+    // A window that was never an icon keeps its caption through a maximise.
+    ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+    ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, SC_RESTORE, 0);
+    PumpUntilIdle();
+    EXPECT_EQ(path, Caption(edit->m_hWnd));
+
+    ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    PumpUntilIdle();
+    std::string iconic = path;
+    iconic[iconic.rfind('\\')] = ' ';
+    EXPECT_EQ(iconic, Caption(edit->m_hWnd));
+    EXPECT_EQ(path, Title(edit));
+    ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, SC_RESTORE, 0);
+    PumpUntilIdle();
+    EXPECT_EQ(path, Caption(edit->m_hWnd));
+
+    InsertAtStart(edit, "saved ");
+    Save(edit);
+    EXPECT_TRUE(m_answers.boxes.empty());
+    EXPECT_EQ("saved x\r\n", ReadBytes(path));
+    EXPECT_EQ(std::vector<std::string>{"a b.c"}, FilesLike(Path("my dir"), "*"));
+
+    ::SendMessageA(edit->m_hWnd, WM_CLOSE, 0, 0);
+    PumpUntilIdle();
+    CKmFileEdit* again = Open("my dir\\a b.c");
+    ASSERT_NE(nullptr, again);
+    EXPECT_EQ("saved x\r\n", EditText(again));
+}
+
+// Where the file system keeps a creation time that can be set at all.
+TEST_F(EditorTest, SaveKeepsTheCreationTime)
+{
+    const std::string path = Path("born.c");
+    WriteBytes(path, "old\r\n");
+    FILETIME born = {0x2F2A8000, 0x01C06F82}; // a day in 2001
+    HANDLE file = ::CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, file);
+    ::SetFileTime(file, &born, nullptr, nullptr);
+    ::CloseHandle(file);
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    ASSERT_TRUE(::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data));
+    if (::CompareFileTime(&data.ftCreationTime, &born) != 0)
+        GTEST_SKIP() << "this file system keeps no creation time of its own";
+
+    CKmFileEdit* edit = Open("born.c");
+    ASSERT_NE(nullptr, edit);
+    InsertAtStart(edit, "new ");
+    Save(edit);
+    EXPECT_EQ("new old\r\n", ReadBytes(path));
+    ASSERT_TRUE(::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data));
+    EXPECT_EQ(0, ::CompareFileTime(&data.ftCreationTime, &born));
+}
+
+// The test run makes KM_LOCKED_DIR a directory that takes no new file but
+// holds a writable one, locked.c; the save then writes the file in place.
+TEST_F(EditorTest, DirectoryThatRefusesNewFilesSavesInPlace)
+{
+    const char* unixDir = std::getenv("KM_LOCKED_DIR");
+    if (!unixDir)
+        GTEST_SKIP() << "KM_LOCKED_DIR is not set";
+    std::string dir = std::string("Z:") + unixDir;
+    std::replace(dir.begin(), dir.end(), '/', '\\');
+    const std::string probe = dir + "\\probe.c";
+    HANDLE created = ::CreateFileA(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    if (created != INVALID_HANDLE_VALUE) {
+        ::CloseHandle(created);
+        ::DeleteFileA(probe.c_str());
+        GTEST_SKIP() << "the directory could not be locked here";
+    }
+    const std::string path = dir + "\\locked.c";
+    CKmChild* child = m_frame->OpenFile(path.c_str(), false, false);
+    PumpUntilIdle();
+    ASSERT_NE(nullptr, child);
+    InsertAtStart(child, "saved ");
+    Save(child);
+    EXPECT_TRUE(m_answers.boxes.empty());
+    EXPECT_EQ("saved locked\r\n", ReadBytes(path));
+    EXPECT_FALSE(child->m_flags & CF_MODIFIED);
+    EXPECT_EQ(std::vector<std::string>{"locked.c"}, FilesLike(dir, "*"));
+}
