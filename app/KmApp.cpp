@@ -18,7 +18,10 @@
 
 CKmApp theApp;
 
-CKmApp::CKmApp() : CWinApp("Kelmar") { SetInitialValues(); }
+CKmApp::CKmApp() : CWinApp("Kelmar")
+{
+    SetInitialValues();
+}
 
 void CKmApp::SetInitialValues()
 {
@@ -140,7 +143,8 @@ HGLOBAL MakeOpenRequest(const char* word)
     return handle;
 }
 
-namespace {
+namespace
+{
 
 // Where kelmar.ini is: the -i name (a file or a directory that holds it),
 // else one in the current directory, else the program's own.
@@ -173,9 +177,9 @@ CString FindIniPath(const std::string& iniName, const CString& programDir)
 std::string ResolveFileWord(const char* word)
 {
     OpenRequest request;
-    const size_t nameLength =
-        ParseFileReference(word, static_cast<int>(strlen(word)), request) ? strcspn(word, "(")
-                                                                          : strlen(word);
+    const size_t nameLength = ParseFileReference(word, static_cast<int>(strlen(word)), request)
+                                  ? strcspn(word, "(")
+                                  : strlen(word);
     const std::string name(word, nameLength);
     char full[MAX_PATH];
     const DWORD length = ::GetFullPathNameA(name.c_str(), MAX_PATH, full, nullptr);
@@ -261,4 +265,7 @@ bool CKmApp::InitInstance()
     return !printMode;
 }
 
-int CKmApp::ExitInstance() { return CWinApp::ExitInstance(); }
+int CKmApp::ExitInstance()
+{
+    return CWinApp::ExitInstance();
+}
