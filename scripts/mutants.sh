@@ -26,7 +26,7 @@ if [ -n "$listOnly" ]; then
     exit 0
 fi
 
-work=$root/build/mutants
+work=${KM_MUTANTS_DIR:-$root/build/mutants} # where the copy is built
 src=$work/src
 report=$work/report.txt
 mkdir -p "$src"
