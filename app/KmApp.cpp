@@ -181,6 +181,8 @@ std::string ResolveFileWord(const char* word)
                                   ? strcspn(word, "(")
                                   : strlen(word);
     const std::string name(word, nameLength);
+    if (name.find_first_of("\"<>|") != std::string::npos)
+        return word; // no path: it stays as typed, for the open to report
     char full[MAX_PATH];
     const DWORD length = ::GetFullPathNameA(name.c_str(), MAX_PATH, full, nullptr);
     if (length == 0 || length >= MAX_PATH)
