@@ -16,34 +16,27 @@ std::vector<std::string> Drain(CWordList& list)
     return words;
 }
 
-TEST(WordList, SplitsAtRunsOfBlanksAndSkipsLeadingOnes)
+TEST(WordList, SplitsAtBlanksAndKeepsEverythingElseInsideWords)
 {
-    CWordList list;
-    EXPECT_EQ(3, list.Split(1, "   a.c  b.c   -s  "));
-    EXPECT_EQ(3u, list.m_count);
-    EXPECT_EQ((std::vector<std::string>{"a.c", "b.c", "-s"}), Drain(list));
-}
-
-TEST(WordList, TakesTheWordsOfAllTexts)
-{
-    CWordList list(3, "one two", static_cast<const char*>(nullptr), " three");
-    EXPECT_EQ(3u, list.m_count);
-    EXPECT_EQ((std::vector<std::string>{"one", "two", "three"}), Drain(list));
-}
-
-TEST(WordList, KeepsQuotesParenthesesAndWildcardsInsideWords)
-{
-    CWordList list(1, "\"my file\" prog.c(12,5) *.c");
-    EXPECT_EQ((std::vector<std::string>{"\"my", "file\"", "prog.c(12,5)", "*.c"}), Drain(list));
-}
-
-TEST(WordList, WithoutWordsHasNoArray)
-{
-    CWordList list;
-    EXPECT_EQ(0, list.Split(2, "", "    "));
-    EXPECT_EQ(nullptr, list.m_words);
-    EXPECT_EQ(0u, list.m_count);
-    EXPECT_EQ(nullptr, list.NextWord());
+    const struct {
+        const char *first, *second;
+        std::vector<std::string> words;
+    } rows[] = {
+        {"   a.c  b.c   -s  ", nullptr, {"a.c", "b.c", "-s"}},
+        {"one two", " three", {"one", "two", "three"}},
+        {"\"my file\" prog.c(12,5) *.c", nullptr, {"\"my", "file\"", "prog.c(12,5)", "*.c"}},
+        {"", "    ", {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.first);
+        CWordList list;
+        EXPECT_EQ(static_cast<int>(row.words.size()), list.Split(2, row.first, row.second));
+        EXPECT_EQ(row.words.size(), list.m_count);
+        EXPECT_EQ(row.words.empty(), list.m_words == nullptr);
+        EXPECT_EQ(row.words, Drain(list));
+    }
+    CWordList three(3, "one two", static_cast<const char*>(nullptr), " three");
+    EXPECT_EQ((std::vector<std::string>{"one", "two", "three"}), Drain(three));
 }
 
 TEST(WordList, EndOfWalkReturnsNullOnceAndStartsAgain)
@@ -57,18 +50,13 @@ TEST(WordList, EndOfWalkReturnsNullOnceAndStartsAgain)
     EXPECT_STREQ("x", list.NextWord());
 }
 
-TEST(WordList, SplitReplacesEarlierContent)
+TEST(WordList, SplitAndClearReplaceEarlierContent)
 {
     CWordList list(1, "a b c");
     list.NextWord();
     EXPECT_EQ(1, list.Split(1, "d"));
     EXPECT_EQ(0u, list.m_next);
     EXPECT_EQ((std::vector<std::string>{"d"}), Drain(list));
-}
-
-TEST(WordList, ClearEmptiesTheList)
-{
-    CWordList list(1, "a b");
     list.NextWord();
     list.Clear();
     EXPECT_EQ(nullptr, list.m_words);
