@@ -8,14 +8,72 @@
 namespace
 {
 
-int FindNonAnsi(const std::string& text)
+std::string With(size_t size, size_t at, char byte)
 {
-    return FindNonAnsiByte(text.data(), text.size());
+    std::string text(size, 'x');
+    text[at] = byte;
+    return text;
 }
 
-FileFormat Detect(const std::string& text, size_t& count)
+TEST(NonAnsiCheck, FirstControlByteAmongTheFirst256ButNotTheLastOfAShortText)
 {
-    return DetectFormat(text.data(), text.size(), count);
+    const struct {
+        std::string text;
+        int expected;
+        const char* note;
+    } rows[] = {
+        {"a\tb\nc\vd\fe\rf g\x80\xff!", -1, "white space and high bytes"},
+        {std::string("abc\0def", 7), 3, "NUL"},
+        {"a\x08\x1f"
+         "bc",
+         1, "backspace"},
+        {"\x1b[0m", 0, "escape first"},
+        {"ab\x0e\x1f"
+         "c",
+         2, "shift out"},
+        {With(1000, 255, '\x01'), 255, "last byte tested"},
+        {With(1000, 256, '\x01'), -1, "beyond 256"},
+        {With(256, 255, '\0'), 255, "exactly 256"},
+        {std::string(1, '\0'), -1, "one byte"},
+        {"", -1, "empty"},
+        {With(10, 9, '\x02'), -1, "last byte of a short text"},
+        {With(10, 8, '\x02'), 8, "last but one of a short text"},
+        {With(255, 254, '\x03'), -1, "last byte of 255"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.note);
+        EXPECT_EQ(row.expected, FindNonAnsiByte(row.text.data(), row.text.size()));
+    }
+}
+
+TEST(Detection, FirstCrLfDecidesElseTheKindsOfTerminators)
+{
+    const struct {
+        std::string text;
+        size_t length;
+        FileFormat format;
+        size_t count;
+    } rows[] = {
+        {"", 0, FF_DOS, 0},
+        {"int main() { return 0; }", 24, FF_NONE, 0},
+        {"a\nb\n\nc", 6, FF_UNIX, 3},
+        {"a\rb\r\rc\r", 7, FF_MAC, 4},
+        {"\n", 1, FF_UNIX, 1},
+        {"\r", 1, FF_MAC, 1},
+        {"a\r\nb\nc\rd\n", 9, FF_DOS, 0},
+        {"a\nb\nc\r\nd", 8, FF_MIXED, 2},
+        {"a\rb\r\n", 5, FF_MIXED, 1},
+        {"a\nb\rc\n", 6, FF_MIXED, 1},
+        {"a\r\r\nb", 5, FF_MIXED, 1},
+        {"a\n\rb", 4, FF_MIXED, 1}, // a lone CR after LF is no CR LF
+        {"a\r\n", 2, FF_MAC, 1},    // a CR at the very end is a lone CR
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row.text));
+        size_t count = 99;
+        EXPECT_EQ(row.format, DetectFormat(row.text.data(), row.length, count));
+        EXPECT_EQ(row.count, count);
+    }
 }
 
 // Detects and expands as loading does: into a block of its own when copy
@@ -23,198 +81,79 @@ FileFormat Detect(const std::string& text, size_t& count)
 std::string Expand(const std::string& text, bool copy)
 {
     size_t count = 0;
-    FileFormat format = Detect(text, count);
+    FileFormat format = DetectFormat(text.data(), text.size(), count);
     std::vector<char> block(text.size() + count + 1, '#');
-    size_t length = 0;
-    if (copy) {
-        length = ExpandTerminators(text.data(), text.size(), count, format, block.data());
-    } else {
+    if (!copy)
         std::copy(text.begin(), text.end(), block.begin());
-        length = ExpandTerminators(block.data(), text.size(), count, format);
-    }
+    size_t length = copy ? ExpandTerminators(text.data(), text.size(), count, format, block.data())
+                         : ExpandTerminators(block.data(), text.size(), count, format);
     EXPECT_EQ(text.size() + count, length);
     EXPECT_EQ('\0', block[length]);
     return std::string(block.data(), length);
 }
 
-std::string Contract(const std::string& text, FileFormat format)
+TEST(Expansion, UnixAndMacBecomeCrLfOthersAreCopied)
 {
-    std::string out(text.size(), '#');
-    size_t length = ContractTerminators(text.data(), text.size(), &out[0], format);
-    out.resize(length);
+    std::string large, largeExpanded;
+    for (int i = 0; i < 20000; ++i) {
+        large += "line " + std::to_string(i) + "\n";
+        largeExpanded += "line " + std::to_string(i) + "\r\n";
+    }
+    const struct {
+        std::string in, out;
+    } rows[] = {
+        {"a\nbb\n\nc", "a\r\nbb\r\n\r\nc"},
+        {"\na\n", "\r\na\r\n"},
+        {"a\rb\r", "a\r\nb\r\n"},
+        {"\r\r", "\r\n\r\n"},
+        {"", ""},
+        {"one line", "one line"},
+        {large + "tail", largeExpanded + "tail"},
+    };
+    for (const auto& row : rows) {
+        for (bool copy : {true, false}) {
+            SCOPED_TRACE(::testing::PrintToString(row.in.substr(0, 20)) + (copy ? " copy" : ""));
+            EXPECT_EQ(row.out, Expand(row.in, copy));
+        }
+    }
+}
+
+std::string Contract(std::string text, FileFormat format, bool inPlace)
+{
+    std::string out = inPlace ? text : std::string(text.size(), '#');
+    out.resize(ContractTerminators(inPlace ? &out[0] : text.data(), text.size(), &out[0], format));
     return out;
 }
 
-std::string ContractInPlace(std::string text, FileFormat format)
+TEST(Contraction, CrLfAndLoneCrBecomeTheTerminatorLoneLfStaysInPlaceOrNot)
 {
-    text.resize(ContractTerminators(text.data(), text.size(), &text[0], format));
-    return text;
-}
-
-TEST(NonAnsiCheck, RejectsControlBytesButNotWhiteSpaceOrHighBytes)
-{
-    EXPECT_EQ(-1, FindNonAnsi("a\tb\nc\vd\fe\rf g\x80\xff!"));
-    EXPECT_EQ(3, FindNonAnsi(std::string("abc\0def", 7)));
-    EXPECT_EQ(1, FindNonAnsi("a\x08\x1f"
-                             "bc"));
-    EXPECT_EQ(0, FindNonAnsi("\x1b[0m"));
-    EXPECT_EQ(2, FindNonAnsi("ab\x0e\x1f"
-                             "c"));
-}
-
-TEST(NonAnsiCheck, TestsTheFirst256BytesOnly)
-{
-    std::string text(1000, 'x');
-    text[255] = '\x01';
-    EXPECT_EQ(255, FindNonAnsi(text));
-    text[255] = 'x';
-    text[256] = '\x01';
-    EXPECT_EQ(-1, FindNonAnsi(text));
-
-    std::string exact(256, 'x');
-    exact[255] = '\0';
-    EXPECT_EQ(255, FindNonAnsi(exact));
-}
-
-TEST(NonAnsiCheck, ShortTextLeavesOutItsLastByte)
-{
-    EXPECT_EQ(-1, FindNonAnsi(std::string(1, '\0')));
-    EXPECT_EQ(-1, FindNonAnsiByte("", 0));
-    std::string ten(10, 'x');
-    ten[9] = '\x02';
-    EXPECT_EQ(-1, FindNonAnsi(ten));
-    ten[8] = '\x02';
-    EXPECT_EQ(8, FindNonAnsi(ten));
-
-    std::string short255(255, 'x');
-    short255[254] = '\x03';
-    EXPECT_EQ(-1, FindNonAnsi(short255));
-}
-
-TEST(Detection, EmptyTextIsDos)
-{
-    size_t count = 5;
-    EXPECT_EQ(FF_DOS, DetectFormat("", 0, count));
-    EXPECT_EQ(0u, count);
-}
-
-TEST(Detection, SingleLineWithoutTerminatorHasNone)
-{
-    size_t count = 5;
-    EXPECT_EQ(FF_NONE, Detect("int main() { return 0; }", count));
-    EXPECT_EQ(0u, count);
-}
-
-TEST(Detection, CountsUniformTerminators)
-{
-    size_t count = 0;
-    EXPECT_EQ(FF_UNIX, Detect("a\nb\n\nc", count));
-    EXPECT_EQ(3u, count);
-    EXPECT_EQ(FF_MAC, Detect("a\rb\r\rc\r", count));
-    EXPECT_EQ(4u, count);
-    EXPECT_EQ(FF_UNIX, Detect("\n", count));
-    EXPECT_EQ(1u, count);
-    EXPECT_EQ(FF_MAC, Detect("\r", count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Detection, FirstCrLfDecidesAndStops)
-{
-    size_t count = 9;
-    EXPECT_EQ(FF_DOS, Detect("a\r\nb\nc\rd\n", count));
-    EXPECT_EQ(0u, count);
-    EXPECT_EQ(FF_MIXED, Detect("a\nb\nc\r\nd", count));
-    EXPECT_EQ(2u, count);
-    EXPECT_EQ(FF_MIXED, Detect("a\rb\r\n", count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Detection, ChangeOfKindIsMixed)
-{
-    size_t count = 0;
-    EXPECT_EQ(FF_MIXED, Detect("a\nb\rc\n", count));
-    EXPECT_EQ(1u, count);
-    EXPECT_EQ(FF_MIXED, Detect("a\r\r\nb", count));
-    EXPECT_EQ(1u, count);
-    // LF then CR: a lone CR is no CR LF.
-    EXPECT_EQ(FF_MIXED, Detect("a\n\rb", count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Detection, CrAtTheVeryEndIsALoneCr)
-{
-    const char text[] = "a\r\n";
-    size_t count = 0;
-    EXPECT_EQ(FF_MAC, DetectFormat(text, 2, count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Expansion, UnixAndMacBecomeCrLf)
-{
-    for (bool copy : {true, false}) {
-        EXPECT_EQ("a\r\nbb\r\n\r\nc", Expand("a\nbb\n\nc", copy));
-        EXPECT_EQ("\r\na\r\n", Expand("\na\n", copy));
-        EXPECT_EQ("a\r\nb\r\n", Expand("a\rb\r", copy));
-        EXPECT_EQ("\r\n\r\n", Expand("\r\r", copy));
+    const struct {
+        std::string in;
+        FileFormat format;
+        std::string out;
+    } rows[] = {
+        {"a\r\nb\rc\r\n", FF_UNIX, "a\nb\nc\n"},
+        {"a\r\nb\rc\r\n", FF_MAC, "a\rb\rc\r"},
+        {"a\r\nb\rc\r\n", FF_MIXED, "a\rb\rc\r"},
+        {"a\r\nb\rc", FF_DOS, "a\r\nb\rc"},
+        {"a\r\nb\nc\r\n", FF_MAC, "a\rb\nc\r"},
+        {"a\r\nb\nc", FF_UNIX, "a\nb\nc"},
+        {"\n\r\n", FF_MAC, "\n\r"},
+        {"a\r\nlast", FF_UNIX, "a\nlast"},
+        {"", FF_UNIX, ""},
+        {"a\r", FF_UNIX, "a\n"},
+        {"x\r\ny\r\n\r\nz", FF_UNIX, "x\ny\n\nz"},
+        {"x\r\ny", FF_MAC, "x\ry"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(row.in));
+        EXPECT_EQ(row.out, Contract(row.in, row.format, false));
+        EXPECT_EQ(row.out, Contract(row.in, row.format, true));
     }
-}
-
-TEST(Expansion, TextWithoutTerminatorsIsCopied)
-{
-    for (bool copy : {true, false}) {
-        EXPECT_EQ("", Expand("", copy));
-        EXPECT_EQ("one line", Expand("one line", copy));
-    }
-}
-
-TEST(Expansion, LargeTextInPlace)
-{
-    std::string text;
-    std::string expected;
-    for (int i = 0; i < 20000; ++i) {
-        std::string line = "line " + std::to_string(i);
-        text += line + "\n";
-        expected += line + "\r\n";
-    }
-    text += "tail";
-    expected += "tail";
-    EXPECT_EQ(expected, Expand(text, false));
-}
-
-TEST(Contraction, CrLfAndLoneCrBecomeTheFormatsTerminator)
-{
-    EXPECT_EQ("a\nb\nc\n", Contract("a\r\nb\rc\r\n", FF_UNIX));
-    EXPECT_EQ("a\rb\rc\r", Contract("a\r\nb\rc\r\n", FF_MAC));
-    EXPECT_EQ("a\rb\rc\r", Contract("a\r\nb\rc\r\n", FF_MIXED));
-    EXPECT_EQ("a\r\nb\rc", Contract("a\r\nb\rc", FF_DOS));
-}
-
-TEST(Contraction, LoneLfStays)
-{
-    EXPECT_EQ("a\rb\nc\r", Contract("a\r\nb\nc\r\n", FF_MAC));
-    EXPECT_EQ("a\nb\nc", Contract("a\r\nb\nc", FF_UNIX));
-    EXPECT_EQ("\n\r", Contract("\n\r\n", FF_MAC));
-}
-
-TEST(Contraction, AddsAndRemovesNoTerminatorAtTheEnd)
-{
-    EXPECT_EQ("a\nlast", Contract("a\r\nlast", FF_UNIX));
-    EXPECT_EQ("", Contract("", FF_UNIX));
-    EXPECT_EQ("a\n", Contract("a\r", FF_UNIX));
-}
-
-TEST(Contraction, CanWorkInPlace)
-{
-    EXPECT_EQ("x\ny\n\nz", ContractInPlace("x\r\ny\r\n\r\nz", FF_UNIX));
-    EXPECT_EQ("x\ry", ContractInPlace("x\r\ny", FF_MAC));
-}
-
-TEST(RoundTrip, UnixAndMacFilesComeBackUnchanged)
-{
+    // Unix and Mac files come back unchanged from a load and a save.
     for (const std::string text : {"a\nb\n", "a\n\nb"})
-        EXPECT_EQ(text, Contract(Expand(text, false), FF_UNIX));
-    const std::string mac = "a\rb\r\rc";
-    EXPECT_EQ(mac, Contract(Expand(mac, true), FF_MAC));
+        EXPECT_EQ(text, Contract(Expand(text, false), FF_UNIX, true));
+    EXPECT_EQ("a\rb\r\rc", Contract(Expand("a\rb\r\rc", true), FF_MAC, false));
 }
 
 } // namespace
