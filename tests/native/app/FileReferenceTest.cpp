@@ -16,19 +16,18 @@ TEST(FileReference, Parse)
         const char* name;
         unsigned line, column, address;
     } rows[] = {
-        {"foo.c(3) rest", -1, 8, "foo.c", 3, 0, 0},
-        {"prog.c(12,5)", -1, 12, "prog.c", 12, 5, 0},
+        // clang-format off
+        {"foo.c(3) rest", -1, 8, "foo.c", 3, 0, 0}, {"prog.c(12,5)", -1, 12, "prog.c", 12, 5, 0},
         {"prog.c( 12 : col 7)", -1, 19, "prog.c", 12, 7, 0},
         {"prog.exe(0x1F00)", -1, 16, "prog.exe", 0x1F00, 0, 1},
-        {"a.b(0Xff,3)", -1, 11, "a.b", 0xFF, 0, 1},
-        {"x(0x) ", -1, 5, "x", 0, 0, 1},
-        {"foo(3).c", -1, 6, "foo", 3, 0, 0},
-        {"error in bar.h \t ( 42)", -1, 22, "bar.h", 42, 0, 0},
+        {"a.b(0Xff,3)", -1, 11, "a.b", 0xFF, 0, 1}, {"x(0x) ", -1, 5, "x", 0, 0, 1},
+        {"foo(3).c", -1, 6, "foo", 3, 0, 0}, {"error in bar.h \t ( 42)", -1, 22, "bar.h", 42, 0, 0},
         {"a\rb.c\r(1)", -1, 9, "b.c", 1, 0, 0},
         {"C:\\SRC\\\xC4\xD6\xDE\xD7\xDF.C(1)", -1, 17, "c:\\src\\\xE4\xF6\xFE\xD7\xDF.c", 1, 0, 0},
         {"c:\\work\\Main.C(1234): x = f(2);\r\n", -1, 20, "c:\\work\\main.c", 1234, 0, 0},
         {"c:\\bin\\tool.exe(0x002a): (text)\r\n", -1, 23, "c:\\bin\\tool.exe", 0x2A, 0, 1},
         {"x.c(12) tail", 7, 7, "x.c", 12, 0, 0},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
@@ -49,10 +48,12 @@ TEST(FileReference, NoReference)
         const char* text;
         int length;
     } rows[] = {
+        // clang-format off
         {"x.c(12) tail", 6}, {"x.c(12) tail", 0},  {"name (1)", 4}, {"plain.c", 7},
         {"open.c(12", 9},    {"(12) no name", 12}, {"   (12)", 7},  {"x.c(   )", 8},
         {"x.c()", 5},        {"x.c(0)", 6},        {"x.c(abc)", 8}, {"", 0},
         {"f(x) g.c(5)", 11}, // only the first parenthesis counts
+        // clang-format on
     };
     for (const auto& row : rows) {
         OpenRequest request;

@@ -22,6 +22,7 @@ TEST(NonAnsiCheck, FirstControlByteAmongTheFirst256ButNotTheLastOfAShortText)
         int expected;
         const char* note;
     } rows[] = {
+        // clang-format off
         {"a\tb\nc\vd\fe\rf g\x80\xff!", -1, "white space and high bytes"},
         {std::string("abc\0def", 7), 3, "NUL"},
         {"a\x08\x1f"
@@ -32,13 +33,12 @@ TEST(NonAnsiCheck, FirstControlByteAmongTheFirst256ButNotTheLastOfAShortText)
          "c",
          2, "shift out"},
         {With(1000, 255, '\x01'), 255, "last byte tested"},
-        {With(1000, 256, '\x01'), -1, "beyond 256"},
-        {With(256, 255, '\0'), 255, "exactly 256"},
-        {std::string(1, '\0'), -1, "one byte"},
-        {"", -1, "empty"},
+        {With(1000, 256, '\x01'), -1, "beyond 256"}, {With(256, 255, '\0'), 255, "exactly 256"},
+        {std::string(1, '\0'), -1, "one byte"}, {"", -1, "empty"},
         {With(10, 9, '\x02'), -1, "last byte of a short text"},
         {With(10, 8, '\x02'), 8, "last but one of a short text"},
         {With(255, 254, '\x03'), -1, "last byte of 255"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.note);
@@ -54,19 +54,14 @@ TEST(Detection, FirstCrLfDecidesElseTheKindsOfTerminators)
         FileFormat format;
         size_t count;
     } rows[] = {
-        {"", 0, FF_DOS, 0},
-        {"int main() { return 0; }", 24, FF_NONE, 0},
-        {"a\nb\n\nc", 6, FF_UNIX, 3},
-        {"a\rb\r\rc\r", 7, FF_MAC, 4},
-        {"\n", 1, FF_UNIX, 1},
-        {"\r", 1, FF_MAC, 1},
-        {"a\r\nb\nc\rd\n", 9, FF_DOS, 0},
-        {"a\nb\nc\r\nd", 8, FF_MIXED, 2},
-        {"a\rb\r\n", 5, FF_MIXED, 1},
-        {"a\nb\rc\n", 6, FF_MIXED, 1},
-        {"a\r\r\nb", 5, FF_MIXED, 1},
+        // clang-format off
+        {"", 0, FF_DOS, 0}, {"int main() { return 0; }", 24, FF_NONE, 0},
+        {"a\nb\n\nc", 6, FF_UNIX, 3}, {"a\rb\r\rc\r", 7, FF_MAC, 4}, {"\n", 1, FF_UNIX, 1},
+        {"\r", 1, FF_MAC, 1}, {"a\r\nb\nc\rd\n", 9, FF_DOS, 0}, {"a\nb\nc\r\nd", 8, FF_MIXED, 2},
+        {"a\rb\r\n", 5, FF_MIXED, 1}, {"a\nb\rc\n", 6, FF_MIXED, 1}, {"a\r\r\nb", 5, FF_MIXED, 1},
         {"a\n\rb", 4, FF_MIXED, 1}, // a lone CR after LF is no CR LF
         {"a\r\n", 2, FF_MAC, 1},    // a CR at the very end is a lone CR
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(::testing::PrintToString(row.text));
@@ -102,13 +97,11 @@ TEST(Expansion, UnixAndMacBecomeCrLfOthersAreCopied)
     const struct {
         std::string in, out;
     } rows[] = {
-        {"a\nbb\n\nc", "a\r\nbb\r\n\r\nc"},
-        {"\na\n", "\r\na\r\n"},
-        {"a\rb\r", "a\r\nb\r\n"},
-        {"\r\r", "\r\n\r\n"},
-        {"", ""},
-        {"one line", "one line"},
+        // clang-format off
+        {"a\nbb\n\nc", "a\r\nbb\r\n\r\nc"}, {"\na\n", "\r\na\r\n"}, {"a\rb\r", "a\r\nb\r\n"},
+        {"\r\r", "\r\n\r\n"}, {"", ""}, {"one line", "one line"},
         {large + "tail", largeExpanded + "tail"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         for (bool copy : {true, false}) {
@@ -132,18 +125,14 @@ TEST(Contraction, CrLfAndLoneCrBecomeTheTerminatorLoneLfStaysInPlaceOrNot)
         FileFormat format;
         std::string out;
     } rows[] = {
-        {"a\r\nb\rc\r\n", FF_UNIX, "a\nb\nc\n"},
-        {"a\r\nb\rc\r\n", FF_MAC, "a\rb\rc\r"},
-        {"a\r\nb\rc\r\n", FF_MIXED, "a\rb\rc\r"},
-        {"a\r\nb\rc", FF_DOS, "a\r\nb\rc"},
-        {"a\r\nb\nc\r\n", FF_MAC, "a\rb\nc\r"},
-        {"a\r\nb\nc", FF_UNIX, "a\nb\nc"},
-        {"\n\r\n", FF_MAC, "\n\r"},
-        {"a\r\nlast", FF_UNIX, "a\nlast"},
-        {"", FF_UNIX, ""},
-        {"a\r", FF_UNIX, "a\n"},
-        {"x\r\ny\r\n\r\nz", FF_UNIX, "x\ny\n\nz"},
+        // clang-format off
+        {"a\r\nb\rc\r\n", FF_UNIX, "a\nb\nc\n"}, {"a\r\nb\rc\r\n", FF_MAC, "a\rb\rc\r"},
+        {"a\r\nb\rc\r\n", FF_MIXED, "a\rb\rc\r"}, {"a\r\nb\rc", FF_DOS, "a\r\nb\rc"},
+        {"a\r\nb\nc\r\n", FF_MAC, "a\rb\nc\r"}, {"a\r\nb\nc", FF_UNIX, "a\nb\nc"},
+        {"\n\r\n", FF_MAC, "\n\r"}, {"a\r\nlast", FF_UNIX, "a\nlast"}, {"", FF_UNIX, ""},
+        {"a\r", FF_UNIX, "a\n"}, {"x\r\ny\r\n\r\nz", FF_UNIX, "x\ny\n\nz"},
         {"x\r\ny", FF_MAC, "x\ry"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(::testing::PrintToString(row.in));

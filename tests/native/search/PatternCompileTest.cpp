@@ -34,69 +34,51 @@ TEST(PatternCompile, Code)
         bool fold;
         Bytes code;
     } rows[] = {
+        // clang-format off
         {"ab*c", 0, {1, 1, 'a', 5, 6, 0, 1, 1, 'b', 7, 0xF7, 0xFF, 1, 1, 'c'}},
         {"ab+c", 0, {8, 3, 0, 5, 7, 0, 1, 2, 'a', 'b', 7, 0xF6, 0xFF, 1, 1, 'c'}},
         {"ab?c", 0, {5, 4, 0, 1, 2, 'a', 'b', 1, 1, 'c'}},
         {"\\(ab\\)*\\1", 0, {12, 1, 5, 9, 0, 1, 2, 'a', 'b', 13, 1, 7, 0xF4, 0xFF, 14, 1}},
         {"\\(ab\\)+", 0, {12, 1, 8, 3, 0, 5, 9, 0, 1, 2, 'a', 'b', 13, 1, 7, 0xF4, 0xFF}},
-        {"^a$", 0, {2, 1, 1, 'a', 3}},
-        {"\\<if\\>", 0, {0x12, 1, 2, 'i', 'f', 0x13}},
-        {"x\\|y", 0, {1, 3, 'x', '|', 'y'}},
-        {"", 0, {}},
+        {"^a$", 0, {2, 1, 1, 'a', 3}}, {"\\<if\\>", 0, {0x12, 1, 2, 'i', 'f', 0x13}},
+        {"x\\|y", 0, {1, 3, 'x', '|', 'y'}}, {"", 0, {}},
         // A repeat without a previous element is a literal.
-        {"*abc", 0, {1, 4, '*', 'a', 'b', 'c'}},
-        {"+a", 0, {1, 2, '+', 'a'}},
-        {"?a", 0, {1, 2, '?', 'a'}},
-        {"\\(*a\\)", 0, {12, 1, 1, 2, '*', 'a', 13, 1}},
+        {"*abc", 0, {1, 4, '*', 'a', 'b', 'c'}}, {"+a", 0, {1, 2, '+', 'a'}},
+        {"?a", 0, {1, 2, '?', 'a'}}, {"\\(*a\\)", 0, {12, 1, 1, 2, '*', 'a', 13, 1}},
         {"^*a", 0, {2, 1, 2, '*', 'a'}},
         // A repeat after an element without mark wraps the construct.
         {"a*\\<*", 0, {5, 13, 0, 5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF, 0x12, 7, 0xF0, 0xFF}},
         // '*' or '^' after a byte starts a literal of its own; '+' and '?'
         // don't look ahead, so they repeat the whole literal.
         {"xa^b", 0, {1, 1, 'x', 1, 3, 'a', '^', 'b'}},
-        {"abc^", 0, {1, 2, 'a', 'b', 1, 2, 'c', '^'}},
-        {"a^$b", 0, {1, 4, 'a', '^', '$', 'b'}},
+        {"abc^", 0, {1, 2, 'a', 'b', 1, 2, 'c', '^'}}, {"a^$b", 0, {1, 4, 'a', '^', '$', 'b'}},
         // Anchors by context.
-        {"\\(^a\\)", 0, {12, 1, 2, 1, 1, 'a', 13, 1}},
-        {"^^a", 0, {2, 2, 1, 1, 'a'}},
-        {"a\n^b", 0, {1, 1, 'a', 1, 1, '\n', 2, 1, 1, 'b'}},
-        {"a$b", 0, {1, 3, 'a', '$', 'b'}},
-        {"a$", 0, {1, 1, 'a', 3}},
-        {"\\(a$\\)", 0, {12, 1, 1, 1, 'a', 3, 13, 1}},
-        {"$$", 0, {1, 1, '$', 3}},
-        {"$\n", 0, {3, 1, 1, '\n'}},
+        {"\\(^a\\)", 0, {12, 1, 2, 1, 1, 'a', 13, 1}}, {"^^a", 0, {2, 2, 1, 1, 'a'}},
+        {"a\n^b", 0, {1, 1, 'a', 1, 1, '\n', 2, 1, 1, 'b'}}, {"a$b", 0, {1, 3, 'a', '$', 'b'}},
+        {"a$", 0, {1, 1, 'a', 3}}, {"\\(a$\\)", 0, {12, 1, 1, 1, 'a', 3, 13, 1}},
+        {"$$", 0, {1, 1, '$', 3}}, {"$\n", 0, {3, 1, 1, '\n'}},
         {"$*", 0, {5, 6, 0, 1, 1, '$', 7, 0xF7, 0xFF}},
         // Sets: ']' first is a member, '-' first or last is a member, the
         // only escape is \t.
-        {"[a-cx]", 0, SetOp(OP_CHAR_SET, "abcx")},
-        {"[^0-2]", 0, SetOp(OP_CHAR_SET_NOT, "012")},
-        {"[z-a]", 0, {10, 0}},
-        {"[^z-a]", 0, {11, 0}},
-        {"[]]", 0, SetOp(OP_CHAR_SET, "]")},
-        {"[^]a]", 0, SetOp(OP_CHAR_SET_NOT, "]a")},
-        {"[-a]", 0, SetOp(OP_CHAR_SET, "-a")},
-        {"[a-]", 0, SetOp(OP_CHAR_SET, "-a")},
-        {"[\\tx]", 0, SetOp(OP_CHAR_SET, "\tx")},
+        {"[a-cx]", 0, SetOp(OP_CHAR_SET, "abcx")}, {"[^0-2]", 0, SetOp(OP_CHAR_SET_NOT, "012")},
+        {"[z-a]", 0, {10, 0}}, {"[^z-a]", 0, {11, 0}}, {"[]]", 0, SetOp(OP_CHAR_SET, "]")},
+        {"[^]a]", 0, SetOp(OP_CHAR_SET_NOT, "]a")}, {"[-a]", 0, SetOp(OP_CHAR_SET, "-a")},
+        {"[a-]", 0, SetOp(OP_CHAR_SET, "-a")}, {"[\\tx]", 0, SetOp(OP_CHAR_SET, "\tx")},
         {"[\\]]", 0, SetOp(OP_CHAR_SET, "\\", {1, 1, ']'})},
-        {"[a-z]", 1, SetOp(OP_CHAR_SET, upper)},
-        {"[Z-a]", 1, {10, 0}},
+        {"[a-z]", 1, SetOp(OP_CHAR_SET, upper)}, {"[Z-a]", 1, {10, 0}},
         {"[Z-a]", 0, SetOp(OP_CHAR_SET, "Z[\\]^_`a")},
         // Escapes are literals, folded after their meaning.
-        {"\\n", 0, {1, 1, 'n'}},
-        {"\\n", 1, {1, 1, 'N'}},
-        {"\\t", 1, {1, 1, '\t'}},
-        {"\\{\\0\\.", 0, {1, 3, '{', '0', '.'}},
-        {"aBc", 1, {1, 3, 'A', 'B', 'C'}},
+        {"\\n", 0, {1, 1, 'n'}}, {"\\n", 1, {1, 1, 'N'}}, {"\\t", 1, {1, 1, '\t'}},
+        {"\\{\\0\\.", 0, {1, 3, '{', '0', '.'}}, {"aBc", 1, {1, 3, 'A', 'B', 'C'}},
         // Groups and back references.
-        {"\\1", 0, {1, 1, '1'}},
-        {"\\(a\\1\\)", 0, {12, 1, 1, 2, 'a', '1', 13, 1}},
+        {"\\1", 0, {1, 1, '1'}}, {"\\(a\\1\\)", 0, {12, 1, 1, 2, 'a', '1', 13, 1}},
         {"\\(a\\)\\2", 0, {12, 1, 1, 1, 'a', 13, 1, 1, 1, '2'}},
         // Repeat runs are one repeat.
         {"a**", 0, {5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}},
         {"a+?", 0, {5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}},
         {"a?+", 0, {5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}},
-        {"a++", 0, {8, 3, 0, 5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}},
-        {"a??", 0, {5, 3, 0, 1, 1, 'a'}},
+        {"a++", 0, {8, 3, 0, 5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}}, {"a??", 0, {5, 3, 0, 1, 1, 'a'}},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.pattern);
@@ -125,26 +107,18 @@ TEST(PatternCompile, Results)
         std::string pattern;
         int result;
     } rows[] = {
-        {"a", PATTERN_OK},
-        {"[]]", PATTERN_OK},
-        {"[^]]", PATTERN_OK},
+        // clang-format off
+        {"a", PATTERN_OK}, {"[]]", PATTERN_OK}, {"[^]]", PATTERN_OK},
         {std::string(16375, '.'), PATTERN_OK}, // an element starts while ten bytes remain
         {std::string(16376, '.'), PATTERN_TOO_COMPLEX},
         {std::string(16360, '.') + "[a]", PATTERN_TOO_COMPLEX}, // a set needs 35
-        {std::string(20000, '.'), PATTERN_TOO_COMPLEX},
-        {"\\(a", PATTERN_UNMATCHED_OPEN},
-        {open + "a", PATTERN_UNMATCHED_OPEN},
-        {open + "\\(a", PATTERN_TOO_COMPLEX},
-        {"a\\)", PATTERN_UNMATCHED_CLOSE},
-        {"\\)", PATTERN_UNMATCHED_CLOSE},
-        {"[", PATTERN_INVALID},
-        {"[a", PATTERN_INVALID},
-        {"[a-", PATTERN_INVALID},
-        {"a\\", PATTERN_INVALID},
-        {"[]", PATTERN_INVALID},
-        {"[^]", PATTERN_INVALID},
-        {"[a-z", PATTERN_INVALID},
+        {std::string(20000, '.'), PATTERN_TOO_COMPLEX}, {"\\(a", PATTERN_UNMATCHED_OPEN},
+        {open + "a", PATTERN_UNMATCHED_OPEN}, {open + "\\(a", PATTERN_TOO_COMPLEX},
+        {"a\\)", PATTERN_UNMATCHED_CLOSE}, {"\\)", PATTERN_UNMATCHED_CLOSE}, {"[", PATTERN_INVALID},
+        {"[a", PATTERN_INVALID}, {"[a-", PATTERN_INVALID}, {"a\\", PATTERN_INVALID},
+        {"[]", PATTERN_INVALID}, {"[^]", PATTERN_INVALID}, {"[a-z", PATTERN_INVALID},
         {"[\\", PATTERN_INVALID},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.result, Compiled(row.pattern).result) << row.pattern.substr(0, 30);
