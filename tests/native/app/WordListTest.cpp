@@ -39,38 +39,26 @@ TEST(WordList, SplitsAtBlanksAndKeepsEverythingElseInsideWords)
     EXPECT_EQ((std::vector<std::string>{"one", "two", "three"}), Drain(three));
 }
 
-TEST(WordList, EndOfWalkReturnsNullOnceAndStartsAgain)
+TEST(WordList, WalkEndsWithNullOnceThenStartsAgainAndKeepsCopies)
 {
-    CWordList list(1, "x y");
+    char text[] = "x y";
+    CWordList list(1, text);
+    text[0] = 'X';
     EXPECT_STREQ("x", list.NextWord());
     EXPECT_STREQ("y", list.NextWord());
     EXPECT_EQ(2u, list.m_next);
     EXPECT_EQ(nullptr, list.NextWord());
     EXPECT_EQ(0u, list.m_next);
     EXPECT_STREQ("x", list.NextWord());
-}
-
-TEST(WordList, SplitAndClearReplaceEarlierContent)
-{
-    CWordList list(1, "a b c");
-    list.NextWord();
+    // Split and Clear replace the earlier content.
     EXPECT_EQ(1, list.Split(1, "d"));
     EXPECT_EQ(0u, list.m_next);
     EXPECT_EQ((std::vector<std::string>{"d"}), Drain(list));
     list.NextWord();
     list.Clear();
     EXPECT_EQ(nullptr, list.m_words);
-    EXPECT_EQ(0u, list.m_count);
-    EXPECT_EQ(0u, list.m_next);
+    EXPECT_EQ(0u, list.m_count + list.m_next);
     EXPECT_EQ(nullptr, list.NextWord());
-}
-
-TEST(WordList, WordsAreCopies)
-{
-    char text[] = "abc def";
-    CWordList list(1, text);
-    text[0] = 'X';
-    EXPECT_STREQ("abc", list.NextWord());
 }
 
 } // namespace

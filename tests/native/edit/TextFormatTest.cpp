@@ -23,21 +23,13 @@ TEST(NonAnsiCheck, FirstControlByteAmongTheFirst256ButNotTheLastOfAShortText)
         const char* note;
     } rows[] = {
         // clang-format off
-        {"a\tb\nc\vd\fe\rf g\x80\xff!", -1, "white space and high bytes"},
-        {std::string("abc\0def", 7), 3, "NUL"},
-        {"a\x08\x1f"
-         "bc",
-         1, "backspace"},
-        {"\x1b[0m", 0, "escape first"},
-        {"ab\x0e\x1f"
-         "c",
-         2, "shift out"},
-        {With(1000, 255, '\x01'), 255, "last byte tested"},
+        {"a\tb\nc\vd\fe\rf g\x80\xff!", -1, "white space, high bytes"},
+        {std::string("abc\0def", 7), 3, "NUL"}, {"a\010\037bc", 1, "BS"}, {"\x1b[0m", 0, "ESC"},
+        {"ab\016\037c", 2, "SO"}, {With(1000, 255, '\x01'), 255, "last tested"},
         {With(1000, 256, '\x01'), -1, "beyond 256"}, {With(256, 255, '\0'), 255, "exactly 256"},
         {std::string(1, '\0'), -1, "one byte"}, {"", -1, "empty"},
-        {With(10, 9, '\x02'), -1, "last byte of a short text"},
-        {With(10, 8, '\x02'), 8, "last but one of a short text"},
-        {With(255, 254, '\x03'), -1, "last byte of 255"},
+        {With(10, 9, '\x02'), -1, "last of 10"}, {With(10, 8, '\x02'), 8, "last but one of 10"},
+        {With(255, 254, '\x03'), -1, "last of 255"},
         // clang-format on
     };
     for (const auto& row : rows) {
