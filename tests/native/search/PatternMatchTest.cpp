@@ -66,6 +66,8 @@ TEST(PatternMatch, FirstMatchAndItsLength)
         {"ab+c", "ababc", 0, 5, 0}, {"ab+c", "abbc", N, 0, 0}, {"ab*c", "abbc", 0, 4, 0},
         {"ab*c", "ababc", 2, 3, 0}, {"a+b", "xyzaab", 3, 3, 0}, {"ab*", "abab", 0, 2, 0},
         {"\\(ab\\)*", "abab", 0, 4, 0}, {"a*b", run + "b", 0, 100001, 0},
+        // '.' takes neither CR nor LF.
+        {".", "\r\nx", 2, 1, 0}, {"a.b", "a\rb a\nb a-b", 8, 3, 0},
         // "ab+" and "\(ab\)+" accept the same texts.
         {"\\(ab\\)+", "ab", 0, 2, 0}, {"\\(ab\\)+", "abab", 0, 4, 0}, {"\\(ab\\)+", "aab", 1, 2, 0},
         {"\\(ab\\)+", "abb", 0, 2, 0}, {"\\(ab\\)+", "b", N, 0, 0}, {"\\(ab\\)+", "", N, 0, 0},
