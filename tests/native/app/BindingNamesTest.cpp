@@ -72,7 +72,7 @@ TEST(BindingNames, OneRowPerDialogLineInGroupOrderUniqueIgnoringCase)
 
 // A small reader of the resource scripts: the numbers of the id header, the
 // menu items, the accelerators (as the menus write them, "ctrl+shift+f5")
-// and the plain string table entries.
+// and the string table entries, unescaped only as far as the tests need.
 struct ResourceScript {
     std::map<std::string, unsigned> ids;
     std::map<unsigned, std::vector<std::pair<std::string, unsigned>>> menus;
@@ -86,18 +86,6 @@ struct ResourceScript {
         Read(std::string(KM_SOURCE_DIR) + "/resources/kelmar.rc");
     }
 
-    static std::string Unescape(const std::string& text)
-    {
-        std::string out;
-        for (size_t i = 0; i < text.size(); ++i) {
-            if (text[i] == '\\' && i + 1 < text.size())
-                out += text[i + 1] == 't' ? '\t' : text[i + 1] == 'n' ? '\n' : text[i + 1], ++i;
-            else
-                out += text[i], i += text[i] == '"' && i + 1 < text.size() && text[i + 1] == '"';
-        }
-        return out;
-    }
-
     void Read(const std::string& path)
     {
         std::ifstream in(path);
@@ -107,6 +95,7 @@ struct ResourceScript {
         const std::regex item(R"re(MENUITEM\s+"((?:[^"]|"")*)",\s*(\w+))re");
         const std::regex accel(R"re(("\w"|\w+),\s*(\w+),\s*(\w+)((?:,\s*\w+)*))re");
         const std::regex text(R"re((\w+)\s+"((?:[^"]|"")*)")re"), trim(R"(^\s+|\s+$)");
+        const std::regex tab(R"(\\t)");
         char block = ' '; // Menu, Accelerators, Strings
         int depth = 0;
         unsigned menuId = 0;
@@ -131,7 +120,7 @@ struct ResourceScript {
                 depth += line == "BEGIN" ? 1 : -1;
                 block = depth == 0 ? ' ' : block;
             } else if (block == 'M' && std::regex_match(line, m, item)) {
-                menus[menuId].push_back({Unescape(m[1]), ids[m[2]]});
+                menus[menuId].push_back({std::regex_replace(m[1].str(), tab, "\t"), ids[m[2]]});
             } else if (block == 'A' && std::regex_match(line, m, accel)) {
                 const std::string key = m[1], flags = m[4];
                 auto has = [&flags](const char* flag) { return flags.find(flag) != flags.npos; };
@@ -141,7 +130,7 @@ struct ResourceScript {
                                 ids[m[2]]});
                 allVirtual = allVirtual && m[3] == "VIRTKEY";
             } else if (block == 'S' && std::regex_match(line, m, text) && ids[m[1]]) {
-                strings[ids[m[1]]] = Unescape(m[2]);
+                strings[ids[m[1]]] = m[2];
             }
         }
     }
