@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
 
 namespace
 {
@@ -45,10 +46,7 @@ TEST(FileReference, Parse)
 
 TEST(FileReference, NoReference)
 {
-    const struct {
-        const char* text;
-        int length;
-    } rows[] = {
+    const std::tuple<const char*, int> rows[] = {
         // clang-format off
         {"x.c(12) tail", 6}, {"x.c(12) tail", 0},  {"name (1)", 4}, {"plain.c", 7},
         {"open.c(12", 9},    {"(12) no name", 12}, {"   (12)", 7},  {"x.c(   )", 8},
@@ -56,13 +54,13 @@ TEST(FileReference, NoReference)
         {"f(x) g.c(5)", 11}, // only the first parenthesis counts
         // clang-format on
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, length] : rows) {
         OpenRequest request;
         request.line = 77;
-        EXPECT_EQ(0, ParseFileReference(row.text, row.length, request)) << row.text;
+        EXPECT_EQ(0, ParseFileReference(text, length, request)) << text;
         // Empty parentheses are turned down before the request is touched.
-        if (strstr(row.text, "()") || strstr(row.text, "(   )")) {
-            EXPECT_EQ(77u, request.line) << row.text;
+        if (strstr(text, "()") || strstr(text, "(   )")) {
+            EXPECT_EQ(77u, request.line) << text;
         }
     }
 }

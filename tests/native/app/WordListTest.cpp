@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -18,22 +19,19 @@ std::vector<std::string> Drain(CWordList& list)
 
 TEST(WordList, SplitsAtBlanksAndKeepsEverythingElseInsideWords)
 {
-    const struct {
-        const char *first, *second;
-        std::vector<std::string> words;
-    } rows[] = {
+    const std::tuple<const char*, const char*, std::vector<std::string>> rows[] = {
         {"   a.c  b.c   -s  ", nullptr, {"a.c", "b.c", "-s"}},
         {"one two", " three", {"one", "two", "three"}},
         {"\"my file\" prog.c(12,5) *.c", nullptr, {"\"my", "file\"", "prog.c(12,5)", "*.c"}},
         {"", "    ", {}},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.first);
+    for (const auto& [first, second, words] : rows) {
+        SCOPED_TRACE(first);
         CWordList list;
-        EXPECT_EQ(static_cast<int>(row.words.size()), list.Split(2, row.first, row.second));
-        EXPECT_EQ(row.words.size(), list.m_count);
-        EXPECT_EQ(row.words.empty(), list.m_words == nullptr);
-        EXPECT_EQ(row.words, Drain(list));
+        EXPECT_EQ(static_cast<int>(words.size()), list.Split(2, first, second));
+        EXPECT_EQ(words.size(), list.m_count);
+        EXPECT_EQ(words.empty(), list.m_words == nullptr);
+        EXPECT_EQ(words, Drain(list));
     }
     CWordList three(3, "one two", static_cast<const char*>(nullptr), " three");
     EXPECT_EQ((std::vector<std::string>{"one", "two", "three"}), Drain(three));

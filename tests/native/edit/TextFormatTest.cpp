@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -17,11 +18,7 @@ std::string With(size_t size, size_t at, char byte)
 
 TEST(NonAnsiCheck, FirstControlByteAmongTheFirst256ButNotTheLastOfAShortText)
 {
-    const struct {
-        std::string text;
-        int expected;
-        const char* note;
-    } rows[] = {
+    const std::tuple<std::string, int, const char*> rows[] = {
         // clang-format off
         {"a\tb\nc\vd\fe\rf g\x80\xff!", -1, "white space, high bytes"},
         {std::string("abc\0def", 7), 3, "NUL"}, {"a\010\037bc", 1, "BS"}, {"\x1b[0m", 0, "ESC"},
@@ -32,20 +29,15 @@ TEST(NonAnsiCheck, FirstControlByteAmongTheFirst256ButNotTheLastOfAShortText)
         {With(255, 254, '\x03'), -1, "last of 255"},
         // clang-format on
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.note);
-        EXPECT_EQ(row.expected, FindNonAnsiByte(row.text.data(), row.text.size()));
+    for (const auto& [text, expected, note] : rows) {
+        SCOPED_TRACE(note);
+        EXPECT_EQ(expected, FindNonAnsiByte(text.data(), text.size()));
     }
 }
 
 TEST(Detection, FirstCrLfDecidesElseTheKindsOfTerminators)
 {
-    const struct {
-        std::string text;
-        size_t length;
-        FileFormat format;
-        size_t count;
-    } rows[] = {
+    const std::tuple<std::string, size_t, FileFormat, size_t> rows[] = {
         // clang-format off
         {"", 0, FF_DOS, 0}, {"int main() { return 0; }", 24, FF_NONE, 0},
         {"a\nb\n\nc", 6, FF_UNIX, 3}, {"a\rb\r\rc\r", 7, FF_MAC, 4}, {"\n", 1, FF_UNIX, 1},
@@ -55,11 +47,11 @@ TEST(Detection, FirstCrLfDecidesElseTheKindsOfTerminators)
         {"a\r\n", 2, FF_MAC, 1},    // a CR at the very end is a lone CR
         // clang-format on
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(::testing::PrintToString(row.text));
+    for (const auto& [text, length, format, expectedCount] : rows) {
+        SCOPED_TRACE(::testing::PrintToString(text));
         size_t count = 99;
-        EXPECT_EQ(row.format, DetectFormat(row.text.data(), row.length, count));
-        EXPECT_EQ(row.count, count);
+        EXPECT_EQ(format, DetectFormat(text.data(), length, count));
+        EXPECT_EQ(expectedCount, count);
     }
 }
 
@@ -86,19 +78,17 @@ TEST(Expansion, UnixAndMacBecomeCrLfOthersAreCopied)
         large += "line " + std::to_string(i) + "\n";
         largeExpanded += "line " + std::to_string(i) + "\r\n";
     }
-    const struct {
-        std::string in, out;
-    } rows[] = {
+    const std::tuple<std::string, std::string> rows[] = {
         // clang-format off
         {"a\nbb\n\nc", "a\r\nbb\r\n\r\nc"}, {"\na\n", "\r\na\r\n"}, {"a\rb\r", "a\r\nb\r\n"},
         {"\r\r", "\r\n\r\n"}, {"", ""}, {"one line", "one line"},
         {large + "tail", largeExpanded + "tail"},
         // clang-format on
     };
-    for (const auto& row : rows) {
+    for (const auto& [in, out] : rows) {
         for (bool copy : {true, false}) {
-            SCOPED_TRACE(::testing::PrintToString(row.in.substr(0, 20)) + (copy ? " copy" : ""));
-            EXPECT_EQ(row.out, Expand(row.in, copy));
+            SCOPED_TRACE(::testing::PrintToString(in.substr(0, 20)) + (copy ? " copy" : ""));
+            EXPECT_EQ(out, Expand(in, copy));
         }
     }
 }
@@ -112,11 +102,7 @@ std::string Contract(std::string text, FileFormat format, bool inPlace)
 
 TEST(Contraction, CrLfAndLoneCrBecomeTheTerminatorLoneLfStaysInPlaceOrNot)
 {
-    const struct {
-        std::string in;
-        FileFormat format;
-        std::string out;
-    } rows[] = {
+    const std::tuple<std::string, FileFormat, std::string> rows[] = {
         // clang-format off
         {"a\r\nb\rc\r\n", FF_UNIX, "a\nb\nc\n"}, {"a\r\nb\rc\r\n", FF_MAC, "a\rb\rc\r"},
         {"a\r\nb\rc\r\n", FF_MIXED, "a\rb\rc\r"}, {"a\r\nb\rc", FF_DOS, "a\r\nb\rc"},
@@ -126,10 +112,10 @@ TEST(Contraction, CrLfAndLoneCrBecomeTheTerminatorLoneLfStaysInPlaceOrNot)
         {"x\r\ny", FF_MAC, "x\ry"},
         // clang-format on
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(::testing::PrintToString(row.in));
-        EXPECT_EQ(row.out, Contract(row.in, row.format, false));
-        EXPECT_EQ(row.out, Contract(row.in, row.format, true));
+    for (const auto& [in, format, out] : rows) {
+        SCOPED_TRACE(::testing::PrintToString(in));
+        EXPECT_EQ(out, Contract(in, format, false));
+        EXPECT_EQ(out, Contract(in, format, true));
     }
     // Unix and Mac files come back unchanged from a load and a save.
     for (const std::string text : {"a\nb\n", "a\n\nb"})

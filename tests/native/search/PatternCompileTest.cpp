@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -29,11 +30,7 @@ Bytes SetOp(int op, const std::string& members, Bytes tail = {})
 TEST(PatternCompile, Code)
 {
     const std::string upper = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    const struct {
-        const char* pattern;
-        bool fold;
-        Bytes code;
-    } rows[] = {
+    const std::tuple<const char*, bool, Bytes> rows[] = {
         // clang-format off
         {"ab*c", 0, {1, 1, 'a', 5, 6, 0, 1, 1, 'b', 7, 0xF7, 0xFF, 1, 1, 'c'}},
         {"ab+c", 0, {8, 3, 0, 5, 7, 0, 1, 2, 'a', 'b', 7, 0xF6, 0xFF, 1, 1, 'c'}},
@@ -80,11 +77,11 @@ TEST(PatternCompile, Code)
         {"a++", 0, {8, 3, 0, 5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}}, {"a??", 0, {5, 3, 0, 1, 1, 'a'}},
         // clang-format on
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.pattern);
-        Compiled c(row.pattern, row.fold);
+    for (const auto& [pattern, fold, code] : rows) {
+        SCOPED_TRACE(pattern);
+        Compiled c(pattern, fold);
         ASSERT_EQ(PATTERN_OK, c.result);
-        EXPECT_EQ(row.code, c.Code());
+        EXPECT_EQ(code, c.Code());
     }
     // Bytes from 0x80 up lie beyond a short map and keep a long one.
     EXPECT_EQ(32, Compiled("[\xff]").Code()[1]);
@@ -103,10 +100,7 @@ TEST(PatternCompile, Code)
 TEST(PatternCompile, Results)
 {
     const std::string open = "\\(\\(\\(\\(\\(\\(\\(\\(\\(\\(";
-    const struct {
-        std::string pattern;
-        int result;
-    } rows[] = {
+    const std::tuple<std::string, int> rows[] = {
         // clang-format off
         {"a", PATTERN_OK}, {"[]]", PATTERN_OK}, {"[^]]", PATTERN_OK},
         {std::string(16375, '.'), PATTERN_OK}, // an element starts while ten bytes remain
@@ -120,8 +114,8 @@ TEST(PatternCompile, Results)
         {"[\\", PATTERN_INVALID},
         // clang-format on
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.result, Compiled(row.pattern).result) << row.pattern.substr(0, 30);
+    for (const auto& [pattern, result] : rows)
+        EXPECT_EQ(result, Compiled(pattern).result) << pattern.substr(0, 30);
 
     Compiled fits(std::string(16375, '.'));
     EXPECT_EQ(16375u, fits.pb.used);

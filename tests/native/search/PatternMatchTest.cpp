@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
 
 namespace
 {
@@ -53,11 +54,7 @@ TEST(PatternMatch, FirstCharMap)
 TEST(PatternMatch, FirstMatchAndItsLength)
 {
     const std::string run(100000, 'a'), mixed = "abc\r\nxyz\nq\r\nfoo";
-    const struct {
-        std::string pattern, text;
-        int pos, length;
-        bool fold;
-    } rows[] = {
+    const std::tuple<std::string, std::string, int, int, bool> rows[] = {
         // clang-format off
         // Repeats are greedy; the literal look-ahead decides their reach.
         {"a*", "baaa", 0, 0, 0}, {"x*", "abc", 0, 0, 0}, {".*", "abc\r\ndef", 0, 3, 0},
@@ -117,15 +114,15 @@ TEST(PatternMatch, FirstMatchAndItsLength)
         {".*x", std::string(5000, 'a'), MATCH_STACK_EXHAUSTED, 0, 0},
         // clang-format on
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(::testing::PrintToString(row.pattern) + " in " +
-                     ::testing::PrintToString(row.text.substr(0, 20)));
-        Compiled c(row.pattern, row.fold);
+    for (const auto& [pattern, text, pos, length, fold] : rows) {
+        SCOPED_TRACE(::testing::PrintToString(pattern) + " in " +
+                     ::testing::PrintToString(text.substr(0, 20)));
+        Compiled c(pattern, fold);
         ASSERT_EQ(PATTERN_OK, c.result);
         MatchRegisters regs;
-        EXPECT_EQ(row.pos, c.Find(row.text, &regs));
-        if (row.pos >= 0) {
-            EXPECT_EQ(row.length, regs.end[0] - regs.start[0]);
+        EXPECT_EQ(pos, c.Find(text, &regs));
+        if (pos >= 0) {
+            EXPECT_EQ(length, regs.end[0] - regs.start[0]);
         }
     }
 }
@@ -133,12 +130,7 @@ TEST(PatternMatch, FirstMatchAndItsLength)
 TEST(PatternMatch, SearchOverARangeInEitherDirection)
 {
     const std::string mixed = "abc\r\nxyz\nq\r\nfoo", line(5000, 'a');
-    const struct {
-        const char* pattern;
-        std::string text;
-        int start, range, result;
-        bool fold;
-    } rows[] = {
+    const std::tuple<const char*, std::string, int, int, int, bool> rows[] = {
         // clang-format off
         // Forward: past the range only the try beyond it.
         {"$", "abc", 0, 3, 3, 0}, {"$", "ab\r\ncd", 0, 1, N, 0}, {"$", "ab\r\ncd", 0, 6, 2, 0},
@@ -159,30 +151,26 @@ TEST(PatternMatch, SearchOverARangeInEitherDirection)
         {"\\>", "ab", 2, -2, 2, 0}, {"\\<", "ab", 2, -2, 0, 0},
         // clang-format on
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(std::string(row.pattern) + " in " + row.text.substr(0, 10) + " from " +
-                     std::to_string(row.start) + " by " + std::to_string(row.range));
-        EXPECT_EQ(row.result,
-                  Compiled(row.pattern, row.fold).Search(row.text, row.start, row.range));
+    for (const auto& [pattern, text, start, range, result, fold] : rows) {
+        SCOPED_TRACE(std::string(pattern) + " in " + text.substr(0, 10) + " from " +
+                     std::to_string(start) + " by " + std::to_string(range));
+        EXPECT_EQ(result, Compiled(pattern, fold).Search(text, start, range));
     }
 }
 
 TEST(PatternMatch, MatchAtAPositionStopsConsumingAtTheStop)
 {
-    const struct {
-        const char *pattern, *text;
-        int pos, stop, result;
-    } rows[] = {
+    const std::tuple<const char*, const char*, int, int, int> rows[] = {
         {"", "abc", 1, 3, 0},   {"\\<", "ab", 2, 2, N},   {"\\<", "ab", 0, 2, 0},
         {"\\>", "ab", 0, 2, N}, {"\\>", "ab", 2, 2, 0},   {"ab", "abc", 0, 1, N},
         {"ab", "abc", 0, 2, 2}, {"a\\>", "ab", 0, 1, N},  {"a$", "ab", 0, 1, N},
         {"a$", "a\r", 0, 1, 1}, {"a*b", "aaaa", 0, 4, N},
     };
-    for (const auto& row : rows) {
-        Compiled c(row.pattern);
-        const int size = static_cast<int>(strlen(row.text));
-        EXPECT_EQ(row.result, MatchPattern(&c.pb, row.text, size, row.pos, row.stop, nullptr))
-            << row.pattern << " in " << row.text;
+    for (const auto& [pattern, text, pos, stop, result] : rows) {
+        Compiled c(pattern);
+        const int size = static_cast<int>(strlen(text));
+        EXPECT_EQ(result, MatchPattern(&c.pb, text, size, pos, stop, nullptr))
+            << pattern << " in " << text;
     }
 }
 
