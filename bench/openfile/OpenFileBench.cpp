@@ -2,13 +2,13 @@
 // to a plain copy of the same file as the floor. The open is split into its
 // two halves: reading and converting the text block, and handing the block
 // to the edit control.
-#include "../../tests/win/app/BoxHook.h"
 #include "app/KmApp.h"
 #include "app/KmChild.h"
 #include "app/KmFrame.h"
 #include "edit/KmFileEdit.h"
 #include "framework/Wnd.h"
 #include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -126,7 +126,7 @@ bool MeasureEditor(CKmFrame* frame, const std::string& path, size_t size, Times&
     static_cast<CKmFileEdit*>(child)->LoadIntoEdit(path.c_str(), false);
     times.reload = NowMs() - start;
     ::SendMessageA(child->m_hWnd, WM_CLOSE, 0, 0);
-    PumpUntilIdle();
+    kmtest::PumpUntilIdle();
     return true;
 }
 
@@ -180,7 +180,7 @@ int main(int argc, char** argv)
     const std::string dir = std::string(temp) + "kmbench" + std::to_string(::GetCurrentProcessId());
     ::CreateDirectoryA(dir.c_str(), nullptr);
 
-    BoxHook boxes; // a question would be a fault here: answered, then shown
+    kmtest::BoxAnswerer boxes; // a question would be a fault here: answered, then shown
     theApp.SetInstance(::GetModuleHandleA(nullptr), nullptr, "-s", SW_SHOWNORMAL);
     if (!theApp.InitInstance() || !theApp.Frame()) {
         printf("no frame\n");
@@ -188,11 +188,11 @@ int main(int argc, char** argv)
     }
     bool ok = RunOne(theApp.Frame(), dir, "unix.c", "\n");
     ok = RunOne(theApp.Frame(), dir, "dos.c", "\r\n") && ok;
-    for (const std::string& text : boxes.texts)
+    for (const std::string& text : boxes.Texts())
         printf("unexpected question: %s\n", text.c_str());
 
     ::SendMessageA(theApp.m_pMainWnd->m_hWnd, WM_CLOSE, 0, 0);
-    PumpUntilIdle();
+    kmtest::PumpUntilIdle();
     ::RemoveDirectoryA(dir.c_str());
-    return ok && boxes.texts.empty() ? 0 : 1;
+    return ok && boxes.Texts().empty() ? 0 : 1;
 }
