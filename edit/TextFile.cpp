@@ -235,12 +235,11 @@ bool WriteTextFile(const char* path, const char* text, size_t length, FileFormat
         GetCurrentDir(dir);
     char temp[MAX_PATH] = "";
     bool saved = false;
-    if (!::GetTempFileNameA(dir, "KMT", 0, temp)) {
+    // Some platforms name a temporary file they could not create.
+    if (!::GetTempFileNameA(dir, "KMT", 0, temp) ||
+        ::GetFileAttributesA(temp) == INVALID_FILE_ATTRIBUTES) {
         temp[0] = '\0';
-        if (::GetLastError() == ERROR_ACCESS_DENIED)
-            saved = WriteInPlace(path, out, length, backup);
-        else
-            ReportLastError(path, MB_ICONEXCLAMATION);
+        saved = WriteInPlace(path, out, length, backup); // the directory takes no new file
     } else if (WriteFileAt(temp, path, out, length)) {
         saved = ReplaceWith(temp, path, dir, backup);
         if (!saved)

@@ -2,6 +2,7 @@
 # Builds everything and runs every test: the native tests, then the window
 # tests and the end-to-end tests under wine, inside one virtual display and
 # one wineserver that stay up for the whole run and end with it.
+# Arguments go to ctest in both trees, e.g. scripts/test.sh -R shell
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 
@@ -32,11 +33,11 @@ run_ctest() {
 trap km_wine_end EXIT
 
 echo "== native tests"
-run_ctest "$root/build/native" -j 2
+run_ctest "$root/build/native" -j 2 "$@"
 echo "== window tests under wine (64-bit)"
 km_xvfb_start
 km_wine_start "$root/build/wineprefix" N persistent
-run_ctest "$root/build/win64"
+run_ctest "$root/build/win64" "$@"
 
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

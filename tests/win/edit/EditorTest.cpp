@@ -9,6 +9,8 @@
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
 
+#include <cstdlib>
+
 using namespace kmtest;
 
 namespace
@@ -428,22 +430,74 @@ TEST_F(EditorTest, CaptionIsTheLowerCaseFullPathAndAnIconBreaksItAtTheLastBacksl
         EXPECT_EQ(path, WindowText(edit->m_hWnd));
         EXPECT_EQ(edit, m_frame->FindChildByPath(path.c_str()));
         EXPECT_EQ(nullptr, m_frame->FindChildByPath(Path(name).c_str()));
-
-        ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, SC_MINIMIZE, 0);
-        PumpUntilIdle();
-        std::string iconic = path;
-        iconic[iconic.rfind('\\')] = ' ';
-        EXPECT_EQ(iconic, WindowText(edit->m_hWnd));
-        EXPECT_EQ(path, Title(edit));
-        EXPECT_EQ(edit, m_frame->FindChildByPath(path.c_str()));
+        // Restored after a minimise, only the blank the icon took goes back:
+        // a window that never was an icon keeps the blanks of its path.
+        for (WPARAM size : {SC_MAXIMIZE, SC_RESTORE, SC_MINIMIZE, SC_RESTORE}) {
+            ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, size, 0);
+            PumpUntilIdle();
+            std::string shown = path;
+            if (::IsIconic(edit->m_hWnd))
+                shown[shown.rfind('\\')] = ' ';
+            EXPECT_EQ(shown, WindowText(edit->m_hWnd));
+            EXPECT_EQ(path, Title(edit));
+            EXPECT_EQ(edit, m_frame->FindChildByPath(path.c_str()));
+        }
         EXPECT_EQ(edit, m_frame->OpenFile(path.c_str(), false, false));
-        ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, SC_RESTORE, 0);
-        PumpUntilIdle();
-        EXPECT_EQ(path, WindowText(edit->m_hWnd)); // the blanks of the path stay
         InsertAtStart(edit, "y");
         Save(edit);
-        EXPECT_EQ("yx\r\n", Read(name));
+        Close(edit->m_hWnd);
+        edit = Open(name);
+        ASSERT_NE(nullptr, edit);
+        EXPECT_EQ("yx\r\n", WindowText(EditOf(edit)));
     }
+}
+
+// Where the file system keeps a creation time that can be set at all.
+TEST_F(EditorTest, SaveKeepsTheCreationTime)
+{
+    Write("born.c", "old\r\n");
+    const FILETIME born = {0x2F2A8000, 0x01C06F82}; // a day in 2001
+    HANDLE file = ::CreateFileA(Path("born.c").c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
+    ::SetFileTime(file, &born, nullptr, nullptr);
+    ::CloseHandle(file);
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
+    if (::CompareFileTime(&data.ftCreationTime, &born) != 0)
+        GTEST_SKIP() << "this file system keeps no creation time of its own";
+    CKmFileEdit* edit = Open("born.c");
+    ASSERT_NE(nullptr, edit);
+    InsertAtStart(edit, "new ");
+    Save(edit);
+    EXPECT_EQ("new old\r\n", Read("born.c"));
+    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
+    EXPECT_EQ(0, ::CompareFileTime(&data.ftCreationTime, &born));
+}
+
+// The test run makes KM_LOCKED_DIR a directory that takes no new file but
+// holds a writable one, locked.c; the save then writes the file in place.
+TEST_F(EditorTest, DirectoryThatRefusesNewFilesSavesInPlace)
+{
+    const char* unixDir = std::getenv("KM_LOCKED_DIR");
+    if (!unixDir)
+        GTEST_SKIP() << "KM_LOCKED_DIR is not set";
+    std::string dir = std::string("Z:") + unixDir;
+    for (char& ch : dir)
+        ch = ch == '/' ? '\\' : ch;
+    HANDLE probe = ::CreateFileA((dir + "\\probe.c").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                 FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (probe != INVALID_HANDLE_VALUE) {
+        ::CloseHandle(probe);
+        GTEST_SKIP() << "the directory could not be locked here";
+    }
+    CKmChild* child = m_frame->OpenFile((dir + "\\locked.c").c_str(), false, false);
+    PumpUntilIdle();
+    ASSERT_NE(nullptr, child);
+    InsertAtStart(child, "saved ");
+    Save(child);
+    EXPECT_EQ("saved locked\r\n", ReadFileBytes(dir + "\\locked.c"));
+    EXPECT_FALSE(child->m_flags & CF_MODIFIED);
+    EXPECT_EQ(std::vector<std::string>{"locked.c"}, FilesIn(dir));
 }
 
 TEST_F(EditorTest, NewWindowsAreNumberedOnwards)
