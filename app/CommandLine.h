@@ -5,10 +5,10 @@
 #include <string>
 
 struct CCommandLine {
-    int arrange = 0;   // 0 none, 1 -av, 2 -ah, 3 -ac, 4 -am
-    int editOnly = 0;  // -e
-    int printOnly = 0; // -p
-    int safeMode = 0;  // -s
+    int arrange = 0;       // 0 none, 1 -av, 2 -ah, 3 -ac, 4 -am
+    int editOnly = 0;      // -e
+    int printOnly = 0;     // -p
+    int safeMode = 0;      // -s
     std::string directory; // -d
     std::string iniName;   // -i
     CWordList files;

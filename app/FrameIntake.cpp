@@ -15,14 +15,18 @@
 #include <shellapi.h>
 #include <vector>
 
-namespace {
+namespace
+{
 
 const char kDdeService[] = "Kelmar";
 const char kDdeTopic[] = "system";
 const int kDdeCommandLimit = 520;
 const WORD kDdeAckStatus = 1; // acceptance bit clear, whatever the command did
 
-bool KeyHeld(int key) { return (::GetKeyState(key) & 0x8000) != 0; }
+bool KeyHeld(int key)
+{
+    return (::GetKeyState(key) & 0x8000) != 0;
+}
 
 // The command that a key message stands for in table, 0 for none.
 WORD FindAccelerator(HACCEL table, const MSG& msg)
@@ -35,9 +39,9 @@ WORD FindAccelerator(HACCEL table, const MSG& msg)
         return 0;
     std::vector<ACCEL> entries(static_cast<size_t>(count));
     ::CopyAcceleratorTableA(table, entries.data(), count);
-    const BYTE held = static_cast<BYTE>((KeyHeld(VK_SHIFT) ? FSHIFT : 0) |
-                                        (KeyHeld(VK_CONTROL) ? FCONTROL : 0) |
-                                        (KeyHeld(VK_MENU) ? FALT : 0));
+    const BYTE held =
+        static_cast<BYTE>((KeyHeld(VK_SHIFT) ? FSHIFT : 0) | (KeyHeld(VK_CONTROL) ? FCONTROL : 0) |
+                          (KeyHeld(VK_MENU) ? FALT : 0));
     const bool altChar = (msg.lParam & 0x20000000) != 0; // the context bit: Alt is down
     for (const ACCEL& entry : entries) {
         if (entry.key != msg.wParam || ((entry.fVirt & FVIRTKEY) != 0) != virtualKey)
@@ -174,8 +178,8 @@ LRESULT CKmFrame::OnDdeInitiate(WPARAM wParam, LPARAM lParam)
     ATOM service = ::GlobalAddAtomA(kDdeService);
     ATOM topic = ::GlobalAddAtomA(kDdeTopic);
     if (LOWORD(lParam) == service && HIWORD(lParam) == topic)
-        ::SendMessageA(reinterpret_cast<HWND>(wParam), WM_DDE_ACK,
-                       reinterpret_cast<WPARAM>(m_hWnd), lParam);
+        ::SendMessageA(reinterpret_cast<HWND>(wParam), WM_DDE_ACK, reinterpret_cast<WPARAM>(m_hWnd),
+                       lParam);
     ::GlobalDeleteAtom(service);
     ::GlobalDeleteAtom(topic);
     return 0;

@@ -10,7 +10,8 @@
 
 #include <cstring>
 
-namespace {
+namespace
+{
 
 const int kRecentFiles = ID_FILE_MRU_LAST - ID_FILE_MRU_FIRST + 1;
 
@@ -91,7 +92,8 @@ LRESULT CKmFrame::OnInitMenuPopup(WPARAM wParam, LPARAM lParam)
         --position;
     }
     if (!child) {
-        if (position < 0 || position >= static_cast<int>(sizeof kNoFilePopups / sizeof *kNoFilePopups))
+        if (position < 0 ||
+            position >= static_cast<int>(sizeof kNoFilePopups / sizeof *kNoFilePopups))
             return 0;
         position = kNoFilePopups[position];
     }

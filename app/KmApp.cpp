@@ -18,7 +18,10 @@
 
 CKmApp theApp;
 
-CKmApp::CKmApp() : CWinApp("Kelmar") { SetInitialValues(); }
+CKmApp::CKmApp() : CWinApp("Kelmar")
+{
+    SetInitialValues();
+}
 
 void CKmApp::SetInitialValues()
 {
@@ -140,7 +143,8 @@ HGLOBAL MakeOpenRequest(const char* word)
     return handle;
 }
 
-namespace {
+namespace
+{
 
 // Where kelmar.ini is: the -i name (a file or a directory that holds it),
 // else one in the current directory, else the program's own.
@@ -173,10 +177,12 @@ CString FindIniPath(const std::string& iniName, const CString& programDir)
 std::string ResolveFileWord(const char* word)
 {
     OpenRequest request;
-    const size_t nameLength =
-        ParseFileReference(word, static_cast<int>(strlen(word)), request) ? strcspn(word, "(")
-                                                                          : strlen(word);
+    const size_t nameLength = ParseFileReference(word, static_cast<int>(strlen(word)), request)
+                                  ? strcspn(word, "(")
+                                  : strlen(word);
     const std::string name(word, nameLength);
+    if (name.find_first_of("\"<>|") != std::string::npos)
+        return word; // no path: it stays as typed, for the open to report
     char full[MAX_PATH];
     const DWORD length = ::GetFullPathNameA(name.c_str(), MAX_PATH, full, nullptr);
     if (length == 0 || length >= MAX_PATH)
@@ -261,4 +267,7 @@ bool CKmApp::InitInstance()
     return !printMode;
 }
 
-int CKmApp::ExitInstance() { return CWinApp::ExitInstance(); }
+int CKmApp::ExitInstance()
+{
+    return CWinApp::ExitInstance();
+}

@@ -1,17 +1,18 @@
 // The application object: paths, settings, the status bar and the recent
 // lists. theApp is the one instance.
 #pragma once
+#include "app/Settings.h"
 #include "framework/GdiObjects.h"
 #include "framework/String.h"
 #include "framework/WinApp.h"
-#include "app/Settings.h"
 #include "ui/StatusBar.h"
 
 class CKmFrame;
 class CIniStore;
 
-class CKmApp : public CWinApp {
-public:
+class CKmApp : public CWinApp
+{
+  public:
     CKmApp();
 
     bool InitInstance() override;

@@ -45,19 +45,34 @@ CKmChild* KmChildOf(HWND hwnd)
     return wnd && wnd->IsKindOf(RUNTIME_CLASS(CKmChild)) ? static_cast<CKmChild*>(wnd) : nullptr;
 }
 
-bool CKmChild::QuerySave(unsigned) { return true; }
+bool CKmChild::QuerySave(unsigned)
+{
+    return true;
+}
 
-int CKmChild::GetFindSeed(CString&) { return 0; }
+int CKmChild::GetFindSeed(CString&)
+{
+    return 0;
+}
 
-int CKmChild::FindText(SearchRequest*, bool, long, long) { return 0; }
+int CKmChild::FindText(SearchRequest*, bool, long, long)
+{
+    return 0;
+}
 
 void CKmChild::ReplaceSelection(SearchRequest*) {}
 
 void CKmChild::ReplaceAll(SearchRequest*) {}
 
-const char* CKmChild::ExpandReplacement(SearchRequest*) { return nullptr; }
+const char* CKmChild::ExpandReplacement(SearchRequest*)
+{
+    return nullptr;
+}
 
-int CKmChild::GetSelectionKind() { return 0; }
+int CKmChild::GetSelectionKind()
+{
+    return 0;
+}
 
 // The states for a window that can't do much; richer windows override.
 void CKmChild::UpdatePopup(HMENU menu, int index)
@@ -110,7 +125,8 @@ void CKmChild::UpdateEditPopup(HMENU menu, int)
         GrayItem(menu, id);
 }
 
-namespace {
+namespace
+{
 
 // The icon title's blank goes where the last backslash is, unless that
 // opens the path or follows a drive's colon; -1 for none.
@@ -242,7 +258,10 @@ LRESULT CKmChild::OnMDIActivate(WPARAM wParam, LPARAM lParam)
     return Default();
 }
 
-LRESULT CKmChild::OnQueryEndSession(WPARAM, LPARAM) { return 1; }
+LRESULT CKmChild::OnQueryEndSession(WPARAM, LPARAM)
+{
+    return 1;
+}
 
 LRESULT CKmChild::OnSize(WPARAM wParam, LPARAM)
 {

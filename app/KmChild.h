@@ -29,9 +29,10 @@ class CKmChild;
 // The child window object of hwnd, null for any other window.
 CKmChild* KmChildOf(HWND hwnd);
 
-class CKmChild : public CMDIChildWnd {
+class CKmChild : public CMDIChildWnd
+{
     DECLARE_DYNAMIC(CKmChild)
-public:
+  public:
     explicit CKmChild(unsigned long flags);
 
     virtual bool QuerySave(unsigned promptId);
@@ -56,7 +57,8 @@ public:
     // pointers, C strings), as for KmMessageBox.
     template <typename... Args> void SetTitleFmt(unsigned stringId, Args... args)
     {
-        static_assert((std::is_scalar<Args>::value && ...), "pass numbers, pointers or const char*");
+        static_assert((std::is_scalar<Args>::value && ...),
+                      "pass numbers, pointers or const char*");
         SetTitleFmtUnchecked(stringId, args...);
     }
     void SetTitleFmtUnchecked(unsigned stringId, ...);
@@ -68,7 +70,7 @@ public:
     unsigned long m_flags;
     int m_iconBlank = -1; // where the icon title has its blank, -1 for none
 
-protected:
+  protected:
     LRESULT OnCreate(WPARAM, LPARAM);
     LRESULT OnDestroy(WPARAM, LPARAM);
     LRESULT OnMDIActivate(WPARAM, LPARAM);

@@ -12,7 +12,10 @@ IMPLEMENT_DYNAMIC(CKmCommands, CCmdTarget)
 
 void CKmCommands::UpdatePopup(HMENU, int, CKmChild*) {}
 
-void CKmCommands::OnNotYet(UINT) { m_frame.Alert(MB_ICONEXCLAMATION); }
+void CKmCommands::OnNotYet(UINT)
+{
+    m_frame.Alert(MB_ICONEXCLAMATION);
+}
 
 LRESULT CKmCommands::OnNotYetMessage(WPARAM, LPARAM)
 {

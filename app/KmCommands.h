@@ -10,16 +10,17 @@
 class CKmChild;
 class CKmFrame;
 
-class CKmCommands : public CCmdTarget {
+class CKmCommands : public CCmdTarget
+{
     DECLARE_DYNAMIC(CKmCommands)
-public:
+  public:
     explicit CKmCommands(CKmFrame& frame) : m_frame(frame) {}
 
     // Sets item states of the popup that opens at position (a MenuPopup),
     // before the active child, if any, sets its own.
     virtual void UpdatePopup(HMENU popup, int position, CKmChild* child);
 
-protected:
+  protected:
     // The answer of a command or message whose piece is not built yet.
     void OnNotYet(UINT id);
     LRESULT OnNotYetMessage(WPARAM, LPARAM);

@@ -47,10 +47,14 @@ BEGIN_MESSAGE_MAP(CKmFrame, CMDIFrameWnd)
 END_MESSAGE_MAP()
 // clang-format on
 
-namespace {
+namespace
+{
 
 // Icon titles are owned windows of the client; the children have no owner.
-bool IsMdiChild(HWND hwnd) { return ::GetWindow(hwnd, GW_OWNER) == nullptr; }
+bool IsMdiChild(HWND hwnd)
+{
+    return ::GetWindow(hwnd, GW_OWNER) == nullptr;
+}
 
 } // namespace
 
@@ -129,7 +133,10 @@ bool CKmFrame::QueryChildren()
     return true;
 }
 
-bool CKmFrame::QueryCloseAll() { return QueryChildren(); }
+bool CKmFrame::QueryCloseAll()
+{
+    return QueryChildren();
+}
 
 void CKmFrame::BeginBusy(bool hideClient)
 {
@@ -158,7 +165,10 @@ void CKmFrame::Alert(UINT type)
 }
 
 // The tool bar, once there, takes the top of the client area.
-void CKmFrame::GetWorkArea(RECT& rect) const { ::GetClientRect(m_hWnd, &rect); }
+void CKmFrame::GetWorkArea(RECT& rect) const
+{
+    ::GetClientRect(m_hWnd, &rect);
+}
 
 void CKmFrame::ShowContextMenu(int x, int y)
 {
@@ -233,7 +243,10 @@ LRESULT CKmFrame::OnClose(WPARAM, LPARAM)
     return 0;
 }
 
-LRESULT CKmFrame::OnQueryEndSession(WPARAM, LPARAM) { return QueryChildren() ? 1 : 0; }
+LRESULT CKmFrame::OnQueryEndSession(WPARAM, LPARAM)
+{
+    return QueryChildren() ? 1 : 0;
+}
 
 LRESULT CKmFrame::OnActivateApp(WPARAM wParam, LPARAM)
 {
@@ -325,9 +338,15 @@ void CKmFrame::OnFileOpen()
     EndBusy();
 }
 
-void CKmFrame::OnFileSaveAll() { SaveAllFiles(0); }
+void CKmFrame::OnFileSaveAll()
+{
+    SaveAllFiles(0);
+}
 
-void CKmFrame::OnFileExit() { SendMessage(WM_CLOSE); }
+void CKmFrame::OnFileExit()
+{
+    SendMessage(WM_CLOSE);
+}
 
 void CKmFrame::OnFileClose()
 {
@@ -355,7 +374,10 @@ void CKmFrame::OnWindowCascade()
     MDICascade();
 }
 
-void CKmFrame::OnWindowArrange() { MDIIconArrange(); }
+void CKmFrame::OnWindowArrange()
+{
+    MDIIconArrange();
+}
 
 void CKmFrame::OnWindowCloseAll()
 {

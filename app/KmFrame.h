@@ -15,9 +15,10 @@
 
 class CKmChild;
 
-class CKmFrame : public CMDIFrameWnd {
+class CKmFrame : public CMDIFrameWnd
+{
     DECLARE_DYNAMIC(CKmFrame)
-public:
+  public:
     CKmFrame();
     ~CKmFrame() override;
     bool Create(const char* title, DWORD style, const RECT& rect);
@@ -46,7 +47,7 @@ public:
     CMenu m_menuPopup;
     HCURSOR m_hSavedCursor = nullptr;
 
-protected:
+  protected:
     // KmFrame.cpp
     LRESULT OnClose(WPARAM, LPARAM);
     LRESULT OnQueryEndSession(WPARAM, LPARAM);

@@ -31,7 +31,10 @@ inline void EnableItem(HMENU menu, UINT id, bool enabled)
     ::EnableMenuItem(menu, id, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
 }
 
-inline void GrayItem(HMENU menu, UINT id) { EnableItem(menu, id, false); }
+inline void GrayItem(HMENU menu, UINT id)
+{
+    EnableItem(menu, id, false);
+}
 
 inline void CheckItem(HMENU menu, UINT id, bool checked)
 {

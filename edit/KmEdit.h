@@ -7,9 +7,10 @@
 // to its parent through WM_COMMAND.
 const UINT EN_KM_CARETMOVED = 0x700;
 
-class CKmEdit : public CWnd {
+class CKmEdit : public CWnd
+{
     DECLARE_DYNAMIC(CKmEdit)
-public:
+  public:
     bool Create(HWND parent, unsigned long childFlags);
 
     // Every programmatic selection goes through here.

@@ -46,12 +46,16 @@ BEGIN_MESSAGE_MAP(CKmFileEdit, CKmChild)
 END_MESSAGE_MAP()
 // clang-format on
 
-namespace {
+namespace
+{
 
 const int kMarginWidth = 8; // selection strip at the child's left edge
 int g_untitledCount = 0;    // File1, File2, ...: never goes back
 
-CKmFrame* Frame() { return theApp.Frame(); }
+CKmFrame* Frame()
+{
+    return theApp.Frame();
+}
 
 } // namespace
 
@@ -97,10 +101,10 @@ bool CKmFileEdit::CreateWindowFor(const char* title)
     CKmFrame* frame = Frame();
     if (!frame)
         return false;
-    const char* className = KmRegisterWndClass(
-        CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
-        reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1),
-        ::LoadIconA(KmGetResourceHandle(), MAKEINTRESOURCEA(IDI_EDITFILE)));
+    const char* className =
+        KmRegisterWndClass(CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
+                           reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1),
+                           ::LoadIconA(KmGetResourceHandle(), MAKEINTRESOURCEA(IDI_EDITFILE)));
     DWORD style = WS_VISIBLE;
     if (theApp.arrange == ARRANGE_MAXIMISED)
         style |= WS_MAXIMIZE;
@@ -130,7 +134,8 @@ bool CKmFileEdit::LoadIntoEdit(const char* path, bool remember)
     return true;
 }
 
-namespace {
+namespace
+{
 
 // The offer when the text does not fit: a read-only view of the file.
 void OfferReadOnlyView(const char* path, unsigned long childFlags)
@@ -142,17 +147,15 @@ void OfferReadOnlyView(const char* path, unsigned long childFlags)
 
 } // namespace
 
-HLOCAL CKmFileEdit::LoadTextBlock(const char* path, DWORD maxSize, HLOCAL block,
-                                  FileFormat& format, unsigned long childFlags)
+HLOCAL CKmFileEdit::LoadTextBlock(const char* path, DWORD maxSize, HLOCAL block, FileFormat& format,
+                                  unsigned long childFlags)
 {
     TextReadQuestions questions;
     questions.acceptControlByte = [path](unsigned value) {
-        return KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_NONANSI, value, path) ==
-               IDYES;
+        return KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_NONANSI, value, path) == IDYES;
     };
     questions.acceptTerminators = [path] {
-        return KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_BADTERMINATORS, path) ==
-               IDYES;
+        return KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_BADTERMINATORS, path) == IDYES;
     };
     switch (ReadTextBlock(path, maxSize, block, format, questions)) {
     case TR_OK:
@@ -168,8 +171,7 @@ HLOCAL CKmFileEdit::LoadTextBlock(const char* path, DWORD maxSize, HLOCAL block,
 int CKmFileEdit::GetSelectionKind()
 {
     DWORD start = 0, end = 0;
-    m_edit.SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                       reinterpret_cast<LPARAM>(&end));
+    m_edit.SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     if (start == end)
         return 0;
     HLOCAL block = reinterpret_cast<HLOCAL>(m_edit.SendMessage(EM_GETHANDLE));
@@ -197,14 +199,14 @@ void CKmFileEdit::UpdatePopup(HMENU menu, int index)
             EnableItem(menu, ID_SEARCH_REPLACE, false);
             EnableItem(menu, ID_SEARCH_REPLACENEXT, false);
         }
-        for (UINT id : {ID_SEARCH_MARK, ID_SEARCH_GOTOMARK, ID_SEARCH_GOTOLINE,
-                        ID_SEARCH_MATCHBRACE})
+        for (UINT id :
+             {ID_SEARCH_MARK, ID_SEARCH_GOTOMARK, ID_SEARCH_GOTOLINE, ID_SEARCH_MATCHBRACE})
             EnableItem(menu, id, true);
         break;
     case POPUP_SETTINGS:
         CheckItem(menu, ID_SET_INSERT, !(m_flags & CF_OVERTYPE));
-        for (UINT id : {ID_SET_ALIGN, ID_SET_INDENT, ID_SET_READONLY, ID_SET_SHOWHSCROLL,
-                        ID_SET_SHOWVSCROLL})
+        for (UINT id :
+             {ID_SET_ALIGN, ID_SET_INDENT, ID_SET_READONLY, ID_SET_SHOWHSCROLL, ID_SET_SHOWVSCROLL})
             EnableItem(menu, id, true);
         CheckItem(menu, ID_SET_ALIGN, (m_flags & CF_ALIGN) != 0);
         CheckItem(menu, ID_SET_INDENT, (m_flags & CF_BLOCKINDENT) != 0);
@@ -227,8 +229,7 @@ void CKmFileEdit::UpdateEditPopup(HMENU menu, int)
 {
     const bool readOnly = (m_flags & CF_READONLY) != 0;
     DWORD start = 0, end = 0;
-    m_edit.SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                       reinterpret_cast<LPARAM>(&end));
+    m_edit.SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     const bool selection = start != end;
     const bool empty = m_edit.SendMessage(WM_GETTEXTLENGTH) == 0;
     EnableItem(menu, ID_EDIT_UNDO, m_edit.SendMessage(EM_CANUNDO) != 0);
@@ -250,7 +251,8 @@ bool CKmFileEdit::WriteTextTo(const char* name)
     HLOCAL block = reinterpret_cast<HLOCAL>(m_edit.SendMessage(EM_GETHANDLE));
     const char* text = static_cast<const char*>(::LocalLock(block));
     // A NUL that the user accepted at loading ends the text.
-    const size_t length = text && textLength > 0 ? strnlen(text, static_cast<size_t>(textLength)) : 0;
+    const size_t length =
+        text && textLength > 0 ? strnlen(text, static_cast<size_t>(textLength)) : 0;
     const bool written =
         WriteTextFile(name, text ? text : "", length, m_format, (theApp.flags & KF_BACKUP) != 0);
     ::LocalUnlock(block);
@@ -391,8 +393,8 @@ LRESULT CKmFileEdit::OnSize(WPARAM wParam, LPARAM lParam)
     else if (wParam == SIZE_RESTORED || wParam == SIZE_MAXIMIZED)
         RestoreIconTitle();
     if ((wParam == SIZE_RESTORED || wParam == SIZE_MAXIMIZED) && m_edit.m_hWnd)
-        ::MoveWindow(m_edit.m_hWnd, kMarginWidth, 0, LOWORD(lParam) - kMarginWidth,
-                     HIWORD(lParam), TRUE);
+        ::MoveWindow(m_edit.m_hWnd, kMarginWidth, 0, LOWORD(lParam) - kMarginWidth, HIWORD(lParam),
+                     TRUE);
     return CKmChild::OnSize(wParam, lParam);
 }
 
@@ -428,8 +430,8 @@ LRESULT CKmFileEdit::OnFontChanged(WPARAM wParam, LPARAM)
         if (theApp.screenFont.GetLogFont(&logFont))
             m_font.CreateFontIndirect(&logFont);
     }
-    HFONT font = m_font.m_hFont ? m_font.m_hFont
-                                : static_cast<HFONT>(::GetStockObject(SYSTEM_FIXED_FONT));
+    HFONT font =
+        m_font.m_hFont ? m_font.m_hFont : static_cast<HFONT>(::GetStockObject(SYSTEM_FIXED_FONT));
     m_edit.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     HDC dc = ::GetDC(m_edit.m_hWnd);
     HGDIOBJ old = ::SelectObject(dc, font);
@@ -458,7 +460,10 @@ void CKmFileEdit::OnEditChange()
         theApp.statusBar.SetPaneState(theApp.paneClean, true);
 }
 
-void CKmFileEdit::OnEditErrSpace() { m_outOfSpace = 1; }
+void CKmFileEdit::OnEditErrSpace()
+{
+    m_outOfSpace = 1;
+}
 
 void CKmFileEdit::OnCaretMoved()
 {
@@ -477,10 +482,16 @@ void CKmFileEdit::OnFileSave()
     SaveFile((m_flags & CF_UNTITLED) != 0);
 }
 
-void CKmFileEdit::OnFileSaveAs() { SaveFile(true); }
+void CKmFileEdit::OnFileSaveAs()
+{
+    SaveFile(true);
+}
 
 // Printing answers this once the print engine is there.
-void CKmFileEdit::OnFilePrint() { Alert(MB_ICONEXCLAMATION); }
+void CKmFileEdit::OnFilePrint()
+{
+    Alert(MB_ICONEXCLAMATION);
+}
 
 // The control's single-level undo.
 void CKmFileEdit::OnEditUndo()
@@ -498,7 +509,10 @@ void CKmFileEdit::OnEditCut()
     m_edit.SendMessage(WM_CUT);
 }
 
-void CKmFileEdit::OnEditCopy() { m_edit.SendMessage(WM_COPY); }
+void CKmFileEdit::OnEditCopy()
+{
+    m_edit.SendMessage(WM_COPY);
+}
 
 void CKmFileEdit::OnEditPaste()
 {
@@ -506,10 +520,16 @@ void CKmFileEdit::OnEditPaste()
     m_edit.SendMessage(WM_PASTE);
 }
 
-void CKmFileEdit::OnFileStats() { ShowFileStats(nullptr); }
+void CKmFileEdit::OnFileStats()
+{
+    ShowFileStats(nullptr);
+}
 
 // Edit commands that are not there yet.
-void CKmFileEdit::OnNotYetCommand(UINT) { Alert(MB_ICONEXCLAMATION); }
+void CKmFileEdit::OnNotYetCommand(UINT)
+{
+    Alert(MB_ICONEXCLAMATION);
+}
 
 void CKmFileEdit::OnEditPasteFile()
 {

@@ -6,9 +6,10 @@
 #include "edit/KmEdit.h"
 #include "edit/TextFormat.h"
 
-class CKmFileEdit : public CKmChild {
+class CKmFileEdit : public CKmChild
+{
     DECLARE_DYNAMIC(CKmFileEdit)
-public:
+  public:
     // Creates the window and loads path (null: a new file); null when the
     // window could not be made or the file not loaded.
     static CKmFileEdit* Open(const char* path, unsigned long flags);
@@ -16,8 +17,8 @@ public:
     bool LoadIntoEdit(const char* path, bool remember);
     // Reads path into block (grown, or allocated when null); the block, or
     // null after the file layer or a question refused.
-    static HLOCAL LoadTextBlock(const char* path, DWORD maxSize, HLOCAL block,
-                                FileFormat& format, unsigned long childFlags);
+    static HLOCAL LoadTextBlock(const char* path, DWORD maxSize, HLOCAL block, FileFormat& format,
+                                unsigned long childFlags);
     bool WriteEditFile();
     bool AskSaveAsName();
     bool SaveFile(bool saveAs);
@@ -33,7 +34,7 @@ public:
     CKmEdit m_edit;
     int m_outOfSpace = 0;
 
-protected:
+  protected:
     CKmFileEdit(const char* path, unsigned long flags);
     bool CreateWindowFor(const char* title);
 
@@ -61,7 +62,7 @@ protected:
     void OnNotYetCommand(UINT id);
     HWND ScrollBarWindow() override { return m_edit.m_hWnd; }
 
-private:
+  private:
     bool WriteTextTo(const char* name);
     DECLARE_MESSAGE_MAP()
 };

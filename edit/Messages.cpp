@@ -8,7 +8,8 @@
 
 #include <cstdarg>
 
-namespace {
+namespace
+{
 
 const SIZE_T kMessageBlockSize = 2048;
 const int kNoticeSeconds = 5;

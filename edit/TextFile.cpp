@@ -6,7 +6,8 @@
 
 #include <cstring>
 
-namespace {
+namespace
+{
 
 // Larger transfers go in pieces, since one call moves at most 4 GB.
 const size_t kChunk = 0x40000000u;
@@ -49,7 +50,10 @@ HLOCAL GrowBlock(HLOCAL block, uint64_t size)
     return ::LocalAlloc(LMEM_MOVEABLE, static_cast<SIZE_T>(size));
 }
 
-bool Ask(const std::function<bool()>& question) { return !question || question(); }
+bool Ask(const std::function<bool()>& question)
+{
+    return !question || question();
+}
 
 // The checks on a text that was read: control bytes, then terminators.
 TextReadResult CheckText(const char* text, size_t length, const TextReadQuestions& questions,
@@ -199,7 +203,8 @@ bool ReplaceWith(const char* temp, const char* path, const char* dir, bool backu
         return false;
     }
     // Not every platform's replacing keeps the attributes.
-    if (attributes != INVALID_FILE_ATTRIBUTES && ::GetFileAttributesA(status.fullName) != attributes)
+    if (attributes != INVALID_FILE_ATTRIBUTES &&
+        ::GetFileAttributesA(status.fullName) != attributes)
         ::SetFileAttributesA(status.fullName, attributes);
     return true;
 }

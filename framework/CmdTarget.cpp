@@ -2,7 +2,8 @@
 
 IMPLEMENT_DYNAMIC(CCmdTarget, CObject)
 
-namespace {
+namespace
+{
 
 const KmMsgMapEntry g_baseEntries[] = {
     {0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr, nullptr}};
@@ -15,7 +16,10 @@ const KmMsgMap* CCmdTarget::GetThisMessageMap()
     return &map;
 }
 
-const KmMsgMap* CCmdTarget::GetMessageMap() const { return GetThisMessageMap(); }
+const KmMsgMap* CCmdTarget::GetMessageMap() const
+{
+    return GetThisMessageMap();
+}
 
 const KmMsgMapEntry* CCmdTarget::FindEntry(UINT message, UINT code, UINT id) const
 {

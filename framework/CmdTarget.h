@@ -36,63 +36,62 @@ struct KmMsgMap {
     const KmMsgMapEntry* lpEntries;
 };
 
-#define DECLARE_MESSAGE_MAP()                                                                      \
-public:                                                                                            \
-    static const KmMsgMap* GetThisMessageMap();                                                    \
-                                                                                                   \
-protected:                                                                                         \
+// clang-format off
+#define DECLARE_MESSAGE_MAP()                                                  \
+public:                                                                        \
+    static const KmMsgMap* GetThisMessageMap();                                \
+                                                                               \
+protected:                                                                     \
     const KmMsgMap* GetMessageMap() const override;
 
-#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                     \
-    const KmMsgMap* theClass::GetMessageMap() const { return GetThisMessageMap(); }                \
-    const KmMsgMap* theClass::GetThisMessageMap()                                                  \
-    {                                                                                              \
-        typedef theClass ThisClass;                                                                \
-        typedef baseClass TheBaseClass;                                                            \
+#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                 \
+    const KmMsgMap* theClass::GetMessageMap() const { return GetThisMessageMap(); } \
+    const KmMsgMap* theClass::GetThisMessageMap()                              \
+    {                                                                          \
+        typedef theClass ThisClass;                                            \
+        typedef baseClass TheBaseClass;                                        \
         static const KmMsgMapEntry entries[] = {
 
-#define END_MESSAGE_MAP()                                                                          \
-    {0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr, nullptr}                            \
-    }                                                                                              \
-    ;                                                                                              \
-    static const KmMsgMap map = {&TheBaseClass::GetThisMessageMap, entries};                       \
-    return &map;                                                                                   \
+#define END_MESSAGE_MAP()                                                      \
+        {0, 0, 0, 0, KmSig_end, nullptr, nullptr, nullptr, nullptr, nullptr}  \
+        };                                                                     \
+        static const KmMsgMap map = {&TheBaseClass::GetThisMessageMap, entries}; \
+        return &map;                                                           \
     }
 
 #define KM_PMSG(type, fn) static_cast<type>(&ThisClass::fn)
 
 // LRESULT OnXxx(WPARAM, LPARAM)
-#define ON_MESSAGE(message, fn)                                                                    \
-    {message,  0,       0,       0,                                                                \
-     KmSig_lwl, nullptr, KM_PMSG(LRESULT (CCmdTarget::*)(WPARAM, LPARAM), fn),                     \
-     nullptr,  nullptr, nullptr},
+#define ON_MESSAGE(message, fn)                                                \
+    {message, 0, 0, 0, KmSig_lwl, nullptr,                                     \
+     KM_PMSG(LRESULT (CCmdTarget::*)(WPARAM, LPARAM), fn), nullptr, nullptr, nullptr},
 // LRESULT OnXxx(WPARAM, LPARAM) for a registered message: pMessage points to
 // the UINT that holds what RegisterWindowMessage gave, read at each dispatch
-#define ON_REGISTERED_MESSAGE(pMessage, fn)                                                        \
-    {0,        0,       0,          0,                                                             \
-     KmSig_lwl, nullptr, KM_PMSG(LRESULT (CCmdTarget::*)(WPARAM, LPARAM), fn),                     \
-     nullptr,  nullptr, (pMessage)},
+#define ON_REGISTERED_MESSAGE(pMessage, fn)                                    \
+    {0, 0, 0, 0, KmSig_lwl, nullptr,                                           \
+     KM_PMSG(LRESULT (CCmdTarget::*)(WPARAM, LPARAM), fn), nullptr, nullptr, (pMessage)},
 // void OnXxx()
-#define ON_COMMAND(id, fn)                                                                         \
-    {WM_COMMAND, 0,       (id),    (id),   KmSig_vv, KM_PMSG(void (CCmdTarget::*)(), fn),          \
-     nullptr,    nullptr, nullptr, nullptr},
+#define ON_COMMAND(id, fn)                                                     \
+    {WM_COMMAND, 0, (id), (id), KmSig_vv, KM_PMSG(void (CCmdTarget::*)(), fn), \
+     nullptr, nullptr, nullptr, nullptr},
 // void OnXxx(UINT id)
-#define ON_COMMAND_RANGE(first, last, fn)                                                          \
-    {WM_COMMAND, 0,       (first), (last), KmSig_vu, nullptr, nullptr,                             \
+#define ON_COMMAND_RANGE(first, last, fn)                                      \
+    {WM_COMMAND, 0, (first), (last), KmSig_vu, nullptr, nullptr,               \
      KM_PMSG(void (CCmdTarget::*)(UINT), fn), nullptr, nullptr},
 // void OnXxx(): a notification carried by WM_COMMAND, such as EN_CHANGE
-#define ON_CONTROL(code, id, fn)                                                                   \
-    {WM_COMMAND, (code),  (id),    (id),   KmSig_vv, KM_PMSG(void (CCmdTarget::*)(), fn),          \
-     nullptr,    nullptr, nullptr, nullptr},
+#define ON_CONTROL(code, id, fn)                                               \
+    {WM_COMMAND, (code), (id), (id), KmSig_vv,                                 \
+     KM_PMSG(void (CCmdTarget::*)(), fn), nullptr, nullptr, nullptr, nullptr},
 // LRESULT OnXxx(NMHDR*)
-#define ON_NOTIFY(code, id, fn)                                                                    \
-    {WM_NOTIFY, (code),  (id),    (id),                                                            \
-     KmSig_lnm, nullptr, nullptr, nullptr,                                                         \
+#define ON_NOTIFY(code, id, fn)                                                \
+    {WM_NOTIFY, (code), (id), (id), KmSig_lnm, nullptr, nullptr, nullptr,      \
      KM_PMSG(LRESULT (CCmdTarget::*)(NMHDR*), fn), nullptr},
+// clang-format on
 
-class CCmdTarget : public CObject {
+class CCmdTarget : public CObject
+{
     DECLARE_DYNAMIC(CCmdTarget)
-public:
+  public:
     // Searches the maps for a command; true when a handler ran.
     virtual bool OnCmdMsg(UINT id, UINT code);
     // Searches the maps for a window message other than WM_COMMAND and
@@ -107,7 +106,7 @@ public:
 
     static const KmMsgMap* GetThisMessageMap();
 
-protected:
+  protected:
     virtual const KmMsgMap* GetMessageMap() const;
     const KmMsgMapEntry* FindEntry(UINT message, UINT code, UINT id) const;
     bool DispatchEntry(const KmMsgMapEntry* entry, UINT id, WPARAM wParam, LPARAM lParam,

@@ -59,9 +59,15 @@ int CFileException::OsErrorToException(long osError)
     }
 }
 
-void ThrowMemoryException() { throw CMemoryException(); }
+void ThrowMemoryException()
+{
+    throw CMemoryException();
+}
 
-void ThrowFileException(int cause, long osError) { throw CFileException(cause, osError); }
+void ThrowFileException(int cause, long osError)
+{
+    throw CFileException(cause, osError);
+}
 
 void KmReportStrayException(unsigned message)
 {

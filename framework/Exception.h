@@ -4,19 +4,22 @@
 
 #include <new>
 
-class CException : public CObject {
+class CException : public CObject
+{
     DECLARE_DYNAMIC(CException)
 };
 
 // The one memory failure. The application's new handler throws it too, so
 // a failing operator new and a failing platform allocation are caught alike.
-class CMemoryException : public CException, public std::bad_alloc {
+class CMemoryException : public CException, public std::bad_alloc
+{
     DECLARE_DYNAMIC(CMemoryException)
 };
 
-class CFileException : public CException {
+class CFileException : public CException
+{
     DECLARE_DYNAMIC(CFileException)
-public:
+  public:
     enum {
         none = 0,
         generic = 1,
@@ -34,7 +37,10 @@ public:
         diskFull = 13,
         endOfFile = 14,
     };
-    explicit CFileException(int cause = none, long osError = -1) : m_cause(cause), m_lOsError(osError) {}
+    explicit CFileException(int cause = none, long osError = -1)
+        : m_cause(cause), m_lOsError(osError)
+    {
+    }
 
     // Maps an operating-system error code to one of the causes above.
     static int OsErrorToException(long osError);

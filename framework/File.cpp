@@ -4,7 +4,8 @@
 
 IMPLEMENT_DYNAMIC(CFile, CObject)
 
-namespace {
+namespace
+{
 
 [[noreturn]] void ThrowOsError(DWORD error)
 {
@@ -89,7 +90,10 @@ void CFile::Abort()
     m_hFile = nullptr;
 }
 
-void CFile::ThrowLastError() const { ThrowOsError(::GetLastError()); }
+void CFile::ThrowLastError() const
+{
+    ThrowOsError(::GetLastError());
+}
 
 unsigned CFile::Read(void* buffer, unsigned count)
 {

@@ -6,9 +6,10 @@
 
 #include <cstdint>
 
-class CFile : public CObject {
+class CFile : public CObject
+{
     DECLARE_DYNAMIC(CFile)
-public:
+  public:
     enum OpenFlags {
         modeRead = 0x0000,
         modeWrite = 0x0001,
@@ -30,8 +31,8 @@ public:
 
     // False on failure, with the cause in *error when given.
     bool Open(const char* fileName, unsigned openFlags, CFileException* error = nullptr);
-    void Close();  // throws on failure
-    void Abort();  // closes, ignoring any failure
+    void Close(); // throws on failure
+    void Abort(); // closes, ignoring any failure
     bool IsOpen() const { return m_hFile != nullptr; }
 
     unsigned Read(void* buffer, unsigned count);
@@ -46,7 +47,7 @@ public:
     static void Rename(const char* oldName, const char* newName);
     static void Remove(const char* fileName);
 
-private:
+  private:
     [[noreturn]] void ThrowLastError() const;
 
     void* m_hFile = nullptr;

@@ -6,19 +6,26 @@ IMPLEMENT_DYNAMIC(CFrameWnd, CWnd)
 IMPLEMENT_DYNAMIC(CMDIFrameWnd, CFrameWnd)
 IMPLEMENT_DYNAMIC(CMDIChildWnd, CFrameWnd)
 
-const RECT kRectDefault = {static_cast<LONG>(CW_USEDEFAULT), static_cast<LONG>(CW_USEDEFAULT),
-                           0, 0};
+const RECT kRectDefault = {static_cast<LONG>(CW_USEDEFAULT), static_cast<LONG>(CW_USEDEFAULT), 0,
+                           0};
 
-namespace {
+namespace
+{
 
 bool IsDefault(const RECT& rect)
 {
     return rect.left == kRectDefault.left && rect.top == kRectDefault.top;
 }
 
-int Width(const RECT& rect) { return IsDefault(rect) ? CW_USEDEFAULT : rect.right - rect.left; }
+int Width(const RECT& rect)
+{
+    return IsDefault(rect) ? CW_USEDEFAULT : rect.right - rect.left;
+}
 
-int Height(const RECT& rect) { return IsDefault(rect) ? CW_USEDEFAULT : rect.bottom - rect.top; }
+int Height(const RECT& rect)
+{
+    return IsDefault(rect) ? CW_USEDEFAULT : rect.bottom - rect.top;
+}
 
 } // namespace
 
@@ -44,7 +51,10 @@ LRESULT CFrameWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     return result;
 }
 
-void CFrameWnd::PostNcDestroy() { delete this; }
+void CFrameWnd::PostNcDestroy()
+{
+    delete this;
+}
 
 // --- CMDIFrameWnd
 
@@ -64,9 +74,15 @@ void CMDIFrameWnd::MDIActivate(HWND child) const
     ::SendMessageA(m_hWndMDIClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
 }
 
-void CMDIFrameWnd::MDITile(UINT how) const { ::SendMessageA(m_hWndMDIClient, WM_MDITILE, how, 0); }
+void CMDIFrameWnd::MDITile(UINT how) const
+{
+    ::SendMessageA(m_hWndMDIClient, WM_MDITILE, how, 0);
+}
 
-void CMDIFrameWnd::MDICascade() const { ::SendMessageA(m_hWndMDIClient, WM_MDICASCADE, 0, 0); }
+void CMDIFrameWnd::MDICascade() const
+{
+    ::SendMessageA(m_hWndMDIClient, WM_MDICASCADE, 0, 0);
+}
 
 void CMDIFrameWnd::MDIIconArrange() const
 {
@@ -89,10 +105,9 @@ bool CMDIFrameWnd::CreateClient(const CREATESTRUCTA* cs, HMENU windowMenu)
     ccs.idFirstChild = KM_FIRST_MDICHILD;
     // No scroll bars: with a maximised child the client would still show them.
     m_hWndMDIClient = ::CreateWindowExA(
-        WS_EX_CLIENTEDGE, "MDICLIENT", nullptr,
-        WS_CHILD | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0, cs->cx, cs->cy,
-        m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(KM_ID_MDICLIENT)), KmGetInstanceHandle(),
-        &ccs);
+        WS_EX_CLIENTEDGE, "MDICLIENT", nullptr, WS_CHILD | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0,
+        cs->cx, cs->cy, m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(KM_ID_MDICLIENT)),
+        KmGetInstanceHandle(), &ccs);
     return m_hWndMDIClient != nullptr;
 }
 
@@ -142,8 +157,8 @@ bool CMDIFrameWnd::PreTranslateMessage(MSG* msg)
 
 // --- CMDIChildWnd
 
-bool CMDIChildWnd::Create(const char* className, const char* title, DWORD style,
-                          const RECT& rect, CMDIFrameWnd* parent)
+bool CMDIChildWnd::Create(const char* className, const char* title, DWORD style, const RECT& rect,
+                          CMDIFrameWnd* parent)
 {
     m_pMDIFrame = parent;
     MDICREATESTRUCTA mcs;
@@ -158,8 +173,8 @@ bool CMDIChildWnd::Create(const char* className, const char* title, DWORD style,
     mcs.lParam = 0;
 
     KmSetWndInit(this);
-    HWND hwnd = reinterpret_cast<HWND>(::SendMessageA(parent->m_hWndMDIClient, WM_MDICREATE, 0,
-                                                      reinterpret_cast<LPARAM>(&mcs)));
+    HWND hwnd = reinterpret_cast<HWND>(
+        ::SendMessageA(parent->m_hWndMDIClient, WM_MDICREATE, 0, reinterpret_cast<LPARAM>(&mcs)));
     KmSetWndInit(nullptr);
     return hwnd != nullptr && m_hWnd == hwnd;
 }
@@ -175,4 +190,7 @@ LRESULT CMDIChildWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     return ::DefMDIChildProcA(m_hWnd, message, wParam, lParam);
 }
 
-void CMDIChildWnd::PostNcDestroy() { delete this; }
+void CMDIChildWnd::PostNcDestroy()
+{
+    delete this;
+}

@@ -15,13 +15,14 @@ const UINT KM_SYSTEM_IDS = 0xF000;
 // The child id of the client window.
 const UINT KM_ID_MDICLIENT = 0xE900;
 
-class CFrameWnd : public CWnd {
+class CFrameWnd : public CWnd
+{
     DECLARE_DYNAMIC(CFrameWnd)
-public:
+  public:
     bool Create(const char* className, const char* title, DWORD style, const RECT& rect,
                 HWND parent = nullptr, HMENU menu = nullptr);
 
-protected:
+  protected:
     // The frame owns its object; the main window's end ends the loop.
     void PostNcDestroy() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -29,9 +30,10 @@ protected:
 
 class CMDIChildWnd;
 
-class CMDIFrameWnd : public CFrameWnd {
+class CMDIFrameWnd : public CFrameWnd
+{
     DECLARE_DYNAMIC(CMDIFrameWnd)
-public:
+  public:
     HWND m_hWndMDIClient = nullptr;
 
     CMDIChildWnd* MDIGetActive(BOOL* maximized = nullptr) const;
@@ -48,26 +50,27 @@ public:
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
     void AddCommandTarget(CCmdTarget* target) { m_commandTargets.push_back(target); }
 
-protected:
+  protected:
     // Creates the client window; windowMenu receives the window list.
     virtual bool CreateClient(const CREATESTRUCTA* cs, HMENU windowMenu);
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool PreTranslateMessage(MSG* msg) override;
 
-private:
+  private:
     std::vector<CCmdTarget*> m_commandTargets;
 };
 
-class CMDIChildWnd : public CFrameWnd {
+class CMDIChildWnd : public CFrameWnd
+{
     DECLARE_DYNAMIC(CMDIChildWnd)
-public:
+  public:
     bool Create(const char* className, const char* title, DWORD style, const RECT& rect,
                 CMDIFrameWnd* parent);
     CMDIFrameWnd* GetMDIFrame() const { return m_pMDIFrame; }
     void MDIDestroy();
 
-protected:
+  protected:
     void PostNcDestroy() override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 

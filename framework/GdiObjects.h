@@ -2,8 +2,9 @@
 #pragma once
 #include <windows.h>
 
-class CMenu {
-public:
+class CMenu
+{
+  public:
     CMenu() = default;
     ~CMenu() { DestroyMenu(); }
     CMenu(const CMenu&) = delete;
@@ -20,8 +21,9 @@ public:
     int GetMenuItemCount() const { return ::GetMenuItemCount(m_hMenu); }
 };
 
-class CFont {
-public:
+class CFont
+{
+  public:
     CFont() = default;
     ~CFont() { DeleteObject(); }
     CFont(const CFont&) = delete;

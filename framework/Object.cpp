@@ -10,7 +10,10 @@ bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const
     return false;
 }
 
-const CRuntimeClass* CObject::GetRuntimeClass() const { return &classCObject; }
+const CRuntimeClass* CObject::GetRuntimeClass() const
+{
+    return &classCObject;
+}
 
 bool CObject::IsKindOf(const CRuntimeClass* cls) const
 {

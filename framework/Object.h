@@ -10,21 +10,25 @@ struct CRuntimeClass {
 #define RUNTIME_CLASS(cls) (&cls::class##cls)
 
 #define DECLARE_DYNAMIC(cls)                                                                       \
-public:                                                                                            \
+  public:                                                                                          \
     static const CRuntimeClass class##cls;                                                         \
     const CRuntimeClass* GetRuntimeClass() const override;
 
 #define IMPLEMENT_DYNAMIC(cls, base)                                                               \
     const CRuntimeClass cls::class##cls = {#cls, RUNTIME_CLASS(base)};                             \
-    const CRuntimeClass* cls::GetRuntimeClass() const { return RUNTIME_CLASS(cls); }
+    const CRuntimeClass* cls::GetRuntimeClass() const                                              \
+    {                                                                                              \
+        return RUNTIME_CLASS(cls);                                                                 \
+    }
 
-class CObject {
-public:
+class CObject
+{
+  public:
     static const CRuntimeClass classCObject;
     virtual ~CObject() = default;
     virtual const CRuntimeClass* GetRuntimeClass() const;
     bool IsKindOf(const CRuntimeClass* cls) const;
 
-protected:
+  protected:
     CObject() = default;
 };

@@ -33,7 +33,10 @@ CString operator+(const CString& a, const char* b)
     return result;
 }
 
-bool operator==(const CString& a, const char* b) { return a.m_str == (b ? b : ""); }
+bool operator==(const CString& a, const char* b)
+{
+    return a.m_str == (b ? b : "");
+}
 
 CString CString::Left(int count) const
 {

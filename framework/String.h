@@ -12,8 +12,9 @@
 #define KM_PRINTF(f, a) __attribute__((format(printf, f, a)))
 #endif
 
-class CString {
-public:
+class CString
+{
+  public:
     CString() = default;
     CString(const char* text) : m_str(text ? text : "") {}
     CString(const char* text, int length) : m_str(text, static_cast<size_t>(length)) {}
@@ -57,6 +58,6 @@ public:
     char* GetBuffer(int minLength);
     void ReleaseBuffer(int newLength = -1);
 
-private:
+  private:
     std::string m_str;
 };

@@ -5,7 +5,8 @@
 
 IMPLEMENT_DYNAMIC(CWinApp, CObject)
 
-namespace {
+namespace
+{
 CWinApp* g_app = nullptr;
 }
 
@@ -22,14 +23,20 @@ CWinApp::~CWinApp()
         g_app = nullptr;
 }
 
-CWinApp* KmGetApp() { return g_app; }
+CWinApp* KmGetApp()
+{
+    return g_app;
+}
 
 HINSTANCE KmGetInstanceHandle()
 {
     return g_app && g_app->m_hInstance ? g_app->m_hInstance : ::GetModuleHandleA(nullptr);
 }
 
-HINSTANCE KmGetResourceHandle() { return KmGetInstanceHandle(); }
+HINSTANCE KmGetResourceHandle()
+{
+    return KmGetInstanceHandle();
+}
 
 HWND KmGetMainWindow()
 {
@@ -82,7 +89,10 @@ int CWinApp::Run()
     }
 }
 
-void CWinApp::ProcessWndProcException(const CException*, UINT) { ::MessageBeep(MB_ICONHAND); }
+void CWinApp::ProcessWndProcException(const CException*, UINT)
+{
+    ::MessageBeep(MB_ICONHAND);
+}
 
 int KmWinMain(CWinApp& app, HINSTANCE instance, HINSTANCE prev, LPSTR cmdLine, int cmdShow)
 {

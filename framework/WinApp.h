@@ -9,9 +9,10 @@
 class CWnd;
 class CException;
 
-class CWinApp : public CObject {
+class CWinApp : public CObject
+{
     DECLARE_DYNAMIC(CWinApp)
-public:
+  public:
     explicit CWinApp(const char* appName);
     ~CWinApp() override;
 

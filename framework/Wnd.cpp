@@ -9,7 +9,8 @@
 
 IMPLEMENT_DYNAMIC(CWnd, CCmdTarget)
 
-namespace {
+namespace
+{
 
 // One user-interface thread: the map and the creation slot need no lock.
 std::unordered_map<HWND, CWnd*>& HandleMap()
@@ -22,7 +23,10 @@ CWnd* g_wndInit = nullptr; // the window being created
 
 } // namespace
 
-void KmSetWndInit(CWnd* wnd) { g_wndInit = wnd; }
+void KmSetWndInit(CWnd* wnd)
+{
+    g_wndInit = wnd;
+}
 
 CWnd::~CWnd()
 {
@@ -110,7 +114,8 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
         const KmMsgMapEntry* entry =
             FindEntry(WM_NOTIFY, header->code, static_cast<UINT>(header->idFrom));
-        if (entry && DispatchEntry(entry, static_cast<UINT>(header->idFrom), wParam, lParam, result))
+        if (entry &&
+            DispatchEntry(entry, static_cast<UINT>(header->idFrom), wParam, lParam, result))
             return result;
         return DefWindowProc(message, wParam, lParam);
     }

@@ -6,9 +6,10 @@
 
 #include <windows.h>
 
-class CWnd : public CCmdTarget {
+class CWnd : public CCmdTarget
+{
     DECLARE_DYNAMIC(CWnd)
-public:
+  public:
     CWnd() = default;
     ~CWnd() override;
     CWnd(const CWnd&) = delete;
@@ -23,9 +24,8 @@ public:
     // The window procedure of every class registered through the library.
     static LRESULT CALLBACK StdWndProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
 
-    bool CreateEx(DWORD exStyle, const char* className, const char* windowName, DWORD style,
-                  int x, int y, int width, int height, HWND parent, HMENU menuOrId,
-                  void* param = nullptr);
+    bool CreateEx(DWORD exStyle, const char* className, const char* windowName, DWORD style, int x,
+                  int y, int width, int height, HWND parent, HMENU menuOrId, void* param = nullptr);
     // Takes over an existing window, a control most often.
     bool SubclassWindow(HWND hwnd);
     HWND UnsubclassWindow();
@@ -47,7 +47,7 @@ public:
     bool IsIconic() const { return ::IsIconic(m_hWnd) != FALSE; }
     bool IsZoomed() const { return ::IsZoomed(m_hWnd) != FALSE; }
 
-protected:
+  protected:
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual bool OnCommand(WPARAM wParam, LPARAM lParam);
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
@@ -59,7 +59,7 @@ protected:
 
     WNDPROC m_pfnSuper = nullptr; // old procedure of a subclassed window
 
-private:
+  private:
     LRESULT Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     void Attach(HWND hwnd);
     void Detach();

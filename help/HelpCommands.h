@@ -2,11 +2,13 @@
 #pragma once
 #include "app/KmCommands.h"
 
-class CHelpCommands : public CKmCommands {
+class CHelpCommands : public CKmCommands
+{
     DECLARE_DYNAMIC(CHelpCommands)
-public:
+  public:
     using CKmCommands::CKmCommands;
-protected:
+
+  protected:
     void OnHelpContents();
     void OnHelpSearch();
     void OnHelpContext();

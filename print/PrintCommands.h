@@ -3,9 +3,10 @@
 #pragma once
 #include "app/KmCommands.h"
 
-class CPrintCommands : public CKmCommands {
+class CPrintCommands : public CKmCommands
+{
     DECLARE_DYNAMIC(CPrintCommands)
-public:
+  public:
     using CKmCommands::CKmCommands;
 
     DECLARE_MESSAGE_MAP()

@@ -4,9 +4,10 @@
 #pragma once
 #include "app/KmCommands.h"
 
-class CProjectCommands : public CKmCommands {
+class CProjectCommands : public CKmCommands
+{
     DECLARE_DYNAMIC(CProjectCommands)
-public:
+  public:
     using CKmCommands::CKmCommands;
     void UpdatePopup(HMENU popup, int position, CKmChild* child) override;
     DECLARE_MESSAGE_MAP()

@@ -9,7 +9,8 @@
 
 IMPLEMENT_DYNAMIC(CSearchCommands, CKmCommands)
 
-namespace {
+namespace
+{
 const UINT g_findReplaceMessage = ::RegisterWindowMessageA(FINDMSGSTRINGA);
 }
 

@@ -4,9 +4,10 @@
 #pragma once
 #include "app/KmCommands.h"
 
-class CSearchCommands : public CKmCommands {
+class CSearchCommands : public CKmCommands
+{
     DECLARE_DYNAMIC(CSearchCommands)
-public:
+  public:
     using CKmCommands::CKmCommands;
     void UpdatePopup(HMENU popup, int position, CKmChild* child) override;
     DECLARE_MESSAGE_MAP()

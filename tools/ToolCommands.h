@@ -3,9 +3,10 @@
 #pragma once
 #include "app/KmCommands.h"
 
-class CToolCommands : public CKmCommands {
+class CToolCommands : public CKmCommands
+{
     DECLARE_DYNAMIC(CToolCommands)
-public:
+  public:
     using CKmCommands::CKmCommands;
 
     DECLARE_MESSAGE_MAP()

@@ -4,9 +4,10 @@
 #pragma once
 #include "app/KmCommands.h"
 
-class CUiCommands : public CKmCommands {
+class CUiCommands : public CKmCommands
+{
     DECLARE_DYNAMIC(CUiCommands)
-public:
+  public:
     using CKmCommands::CKmCommands;
 
     DECLARE_MESSAGE_MAP()

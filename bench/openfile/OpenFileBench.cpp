@@ -10,13 +10,14 @@
 #include "resources/KmIds.h"
 
 #include <cstdio>
-#include <cstring>
-#include <vector>
 #include <cstdlib>
+#include <cstring>
 #include <string>
+#include <vector>
 #include <windows.h>
 
-namespace {
+namespace
+{
 
 // Questions would be a fault here: each box is noted and cancelled.
 std::vector<std::string> g_questions;
@@ -51,7 +52,6 @@ void PumpUntilIdle()
         }
     }
 }
-
 
 size_t g_fileSize = 20u * 1024 * 1024; // the first argument sets it in MB
 
