@@ -1,96 +1,42 @@
 // kelmar.exe itself, started on two files, typed into from outside through
 // key messages, saved and closed; the files on disk tell the result.
 #include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <windows.h>
+using namespace kmtest;
 
 namespace
 {
 
 std::string g_program; // kelmar.exe, as a Windows path
 
-// The build passes a path of the host: /x/y becomes Z:\x\y.
-std::string WindowsPath(std::string path)
-{
-    if (!path.empty() && path[0] == '/')
-        path = "Z:" + path;
-    for (char& c : path)
-        if (c == '/')
-            c = '\\';
-    return path;
-}
-
-std::string ReadAll(const std::string& path)
-{
-    std::string text;
-    HANDLE file = ::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                0, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return text;
-    char buffer[4096];
-    DWORD got = 0;
-    while (::ReadFile(file, buffer, sizeof buffer, &got, nullptr) && got > 0)
-        text.append(buffer, got);
-    ::CloseHandle(file);
-    return text;
-}
-
-void WriteAll(const std::string& path, const std::string& text)
-{
-    HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written = 0;
-    ::WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    ::CloseHandle(file);
-}
-
-std::string LowerFull(const std::string& path)
-{
-    char full[MAX_PATH];
-    ::GetFullPathNameA(path.c_str(), MAX_PATH, full, nullptr);
-    ::CharLowerA(full);
-    return full;
-}
-
 // Polls until found() is true or the time is up.
-template <typename Found> bool WaitFor(Found found, DWORD milliseconds)
+template <typename Found> bool WaitFor(Found found, DWORD milliseconds = 20000)
 {
-    const DWORD start = ::GetTickCount();
-    while (!found()) {
+    for (const DWORD start = ::GetTickCount(); !found(); ::Sleep(50))
         if (::GetTickCount() - start > milliseconds)
             return false;
-        ::Sleep(50);
-    }
     return true;
 }
-
-struct FrameSearch {
-    DWORD process;
-    HWND frame;
-};
 
 // The process's top-level window that holds an MDI client.
 BOOL CALLBACK FindFrame(HWND hwnd, LPARAM lParam)
 {
-    FrameSearch* search = reinterpret_cast<FrameSearch*>(lParam);
+    auto* search = reinterpret_cast<std::pair<DWORD, HWND>*>(lParam);
     DWORD owner = 0;
     ::GetWindowThreadProcessId(hwnd, &owner);
-    if (owner == search->process && ::FindWindowExA(hwnd, nullptr, "MDICLIENT", nullptr)) {
-        search->frame = hwnd;
-        return FALSE;
-    }
-    return TRUE;
+    if (owner == search->first && ::FindWindowExA(hwnd, nullptr, "MDICLIENT", nullptr))
+        search->second = hwnd;
+    return !search->second;
 }
 
 // A key pressed and released, posted as the keyboard driver would; the
 // program's own loop translates it into the character.
 void PressKey(HWND target, UINT key)
 {
-    const UINT scan = ::MapVirtualKeyA(key, 0);
-    ::PostMessageA(target, WM_KEYDOWN, key, static_cast<LPARAM>(1 | (scan << 16)));
-    ::PostMessageA(target, WM_KEYUP, key, static_cast<LPARAM>(1 | (scan << 16) | 0xC0000000u));
+    const LPARAM scan = static_cast<LPARAM>(::MapVirtualKeyA(key, 0)) << 16;
+    ::PostMessageA(target, WM_KEYDOWN, key, 1 | scan);
+    ::PostMessageA(target, WM_KEYUP, key, 1 | scan | 0xC0000000u);
 }
 
 std::string EditText(HWND edit)
@@ -102,104 +48,62 @@ std::string EditText(HWND edit)
     return text;
 }
 
-class EditSaveTest : public ::testing::Test
-{
-  protected:
-    void SetUp() override
-    {
-        char temp[MAX_PATH];
-        ::GetTempPathA(MAX_PATH, temp);
-        m_dir = std::string(temp) + "kme2e" + std::to_string(::GetCurrentProcessId());
-        ::CreateDirectoryA(m_dir.c_str(), nullptr);
-        m_unix = m_dir + "\\unix.c";
-        m_dos = m_dir + "\\dos.c";
-        WriteAll(m_unix, kUnixText);
-        WriteAll(m_dos, kDosText);
-    }
-
-    void TearDown() override
-    {
-        if (m_process.hProcess) {
-            if (::WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT)
-                ::TerminateProcess(m_process.hProcess, 1);
-            ::CloseHandle(m_process.hProcess);
-            ::CloseHandle(m_process.hThread);
-        }
-        ::DeleteFileA(m_unix.c_str());
-        ::DeleteFileA(m_dos.c_str());
-        ::RemoveDirectoryA(m_dir.c_str());
-    }
-
-    bool Launch()
-    {
-        // -s: no session restored, nothing written at exit.
-        std::string line = "\"" + g_program + "\" -s " + m_unix + " " + m_dos;
-        STARTUPINFOA startup = {};
-        startup.cb = sizeof startup;
-        return ::CreateProcessA(g_program.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
-                                m_dir.c_str(), &startup, &m_process) != FALSE;
-    }
-
-    static constexpr const char* kUnixText = "int main(void)\n{\n    return 0;\n}\n";
-    static constexpr const char* kDosText = "int f(void);\r\nint g(void);\r\n";
-
-    std::string m_dir, m_unix, m_dos;
-    PROCESS_INFORMATION m_process = {};
-};
-
-TEST_F(EditSaveTest, TypedTextIsSavedWithTheFilesOwnLineEnds)
+TEST(EditSaveTest, TypedTextIsSavedWithTheFilesOwnLineEnds)
 {
     ASSERT_FALSE(g_program.empty()) << "usage: e2e_edit_save <kelmar.exe>";
-    ASSERT_TRUE(Launch()) << "cannot start " << g_program;
+    char temp[MAX_PATH];
+    ::GetTempPathA(MAX_PATH, temp);
+    const std::string dir = std::string(temp) + "kme2e" + std::to_string(::GetCurrentProcessId());
+    const std::string unixPath = dir + "\\unix.c", dosPath = dir + "\\dos.c";
+    const std::string unixText = "int main(void)\n{\n    return 0;\n}\n";
+    const std::string dosText = "int f(void);\r\nint g(void);\r\n";
+    ::CreateDirectoryA(dir.c_str(), nullptr);
+    WriteFileBytes(unixPath, unixText);
+    WriteFileBytes(dosPath, dosText);
 
-    FrameSearch search = {m_process.dwProcessId, nullptr};
-    ASSERT_TRUE(WaitFor(
-        [&] {
-            ::EnumWindows(FindFrame, reinterpret_cast<LPARAM>(&search));
-            return search.frame != nullptr;
-        },
-        20000))
-        << "no frame window";
-    HWND client = ::FindWindowExA(search.frame, nullptr, "MDICLIENT", nullptr);
+    // -s: no session restored, nothing written at exit.
+    std::string line = "\"" + g_program + "\" -s unix.c dos.c";
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    ASSERT_TRUE(::CreateProcessA(g_program.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
+                                 dir.c_str(), &startup, &process))
+        << "cannot start " << g_program;
 
+    std::pair<DWORD, HWND> search = {process.dwProcessId, nullptr};
+    EXPECT_TRUE(WaitFor([&] {
+        return !::EnumWindows(FindFrame, reinterpret_cast<LPARAM>(&search));
+    })) << "no frame window";
+    HWND client = ::FindWindowExA(search.second, nullptr, "MDICLIENT", nullptr);
     // The editor window of a file is the child captioned with its path.
-    HWND unixChild = nullptr, dosChild = nullptr;
-    ASSERT_TRUE(WaitFor(
-        [&] {
-            unixChild = ::FindWindowExA(client, nullptr, nullptr, LowerFull(m_unix).c_str());
-            dosChild = ::FindWindowExA(client, nullptr, nullptr, LowerFull(m_dos).c_str());
-            return unixChild && dosChild;
-        },
-        20000))
-        << "the files' windows did not open";
+    HWND unixChild = nullptr;
+    EXPECT_TRUE(WaitFor([&] {
+        unixChild = ::FindWindowExA(client, nullptr, nullptr, Lower(unixPath).c_str());
+        return unixChild && ::FindWindowExA(client, nullptr, nullptr, Lower(dosPath).c_str());
+    })) << "the files' windows did not open";
     HWND edit = ::GetDlgItem(unixChild, IDC_EDIT);
-    ASSERT_NE(edit, nullptr);
 
-    // Bring the Unix file to the front so that Save goes to it.
+    // The Unix file to the front, so that Save goes to it.
     ::PostMessageA(client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(unixChild), 0);
-    ASSERT_TRUE(WaitFor(
-        [&] {
-            return reinterpret_cast<HWND>(::SendMessageA(client, WM_MDIGETACTIVE, 0, 0)) ==
-                   unixChild;
-        },
-        10000));
-
+    EXPECT_TRUE(WaitFor([&] {
+        return reinterpret_cast<HWND>(::SendMessageA(client, WM_MDIGETACTIVE, 0, 0)) == unixChild;
+    }));
     for (char c : std::string("km typed 42"))
         PressKey(edit, c == ' ' ? VK_SPACE : static_cast<UINT>(::toupper(c)));
     PressKey(edit, VK_RETURN);
-    ASSERT_TRUE(
-        WaitFor([&] { return EditText(edit).rfind("km typed 42\r\nint main", 0) == 0; }, 10000))
+    EXPECT_TRUE(WaitFor([&] { return EditText(edit).rfind("km typed 42\r\nint main", 0) == 0; }))
         << "the keys did not arrive; the control holds: " << EditText(edit);
 
-    ::PostMessageA(search.frame, WM_COMMAND, ID_FILE_SAVE, 0);
-    ::PostMessageA(search.frame, WM_CLOSE, 0, 0);
-    ASSERT_EQ(::WaitForSingleObject(m_process.hProcess, 20000), WAIT_OBJECT_0)
+    ::PostMessageA(search.second, WM_COMMAND, ID_FILE_SAVE, 0);
+    ::PostMessageA(search.second, WM_CLOSE, 0, 0);
+    EXPECT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(process.hProcess, 20000))
         << "the program did not end: a question left open?";
-
-    const std::string saved = ReadAll(m_unix);
-    EXPECT_EQ(saved, std::string("km typed 42\n") + kUnixText);
-    EXPECT_EQ(saved.find('\r'), std::string::npos);
-    EXPECT_EQ(ReadAll(m_dos), kDosText); // untouched, still CR LF
+    ::TerminateProcess(process.hProcess, 1); // when it did not
+    ::CloseHandle(process.hProcess);
+    ::CloseHandle(process.hThread);
+    EXPECT_EQ("km typed 42\n" + unixText, ReadFileBytes(unixPath)); // no CR crept in
+    EXPECT_EQ(dosText, ReadFileBytes(dosPath));                     // untouched
+    RemoveTree(dir);
 }
 
 } // namespace
@@ -207,7 +111,10 @@ TEST_F(EditSaveTest, TypedTextIsSavedWithTheFilesOwnLineEnds)
 int main(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
-    if (argc > 1)
-        g_program = WindowsPath(argv[1]);
+    if (argc > 1) { // the build passes a path of the host: /x/y becomes Z:\x\y
+        g_program = argv[1][0] == '/' ? std::string("Z:") + argv[1] : argv[1];
+        for (char& c : g_program)
+            c = c == '/' ? '\\' : c;
+    }
     return RUN_ALL_TESTS();
 }

@@ -1,11 +1,14 @@
-// Start-up on a command line: switches, file words, references in them.
-#include "AppTestBase.h"
-
+// Start-up on a command line (switches, file words, references in them) and
+// the frame's intake of DDE commands.
 #include "app/KmApp.h"
+#include "app/MenuRules.h"
 #include "app/Settings.h"
 #include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
 
-#include <vector>
+#include <dde.h>
+
+using namespace kmtest;
 
 namespace
 {
@@ -19,23 +22,17 @@ std::string Lines(int count)
 }
 
 // Whether the children stand side by side, each as high as the client.
-bool TiledAcross(HWND client)
+bool TiledAcross(HWND client, const std::vector<HWND>& children)
 {
-    RECT area;
+    RECT area, rect;
     ::GetClientRect(client, &area);
-    int count = 0;
-    for (HWND child = ::GetWindow(client, GW_CHILD); child;
-         child = ::GetWindow(child, GW_HWNDNEXT)) {
-        if (::GetWindow(child, GW_OWNER))
-            continue;
-        RECT rect;
+    for (HWND child : children) {
         ::GetWindowRect(child, &rect);
         ::MapWindowPoints(nullptr, client, reinterpret_cast<POINT*>(&rect), 2);
-        if (rect.top != 0 || rect.bottom - rect.top != area.bottom)
+        if (rect.top != 0 || rect.bottom != area.bottom)
             return false;
-        ++count;
     }
-    return count > 1;
+    return children.size() > 1;
 }
 
 std::vector<std::string> g_printed; // captions of windows sent ID_FILE_PRINT
@@ -43,171 +40,274 @@ std::vector<std::string> g_printed; // captions of windows sent ID_FILE_PRINT
 LRESULT CALLBACK WatchPrint(int code, WPARAM wParam, LPARAM lParam)
 {
     const CWPSTRUCT* call = reinterpret_cast<const CWPSTRUCT*>(lParam);
-    if (code == HC_ACTION && call->message == WM_COMMAND && LOWORD(call->wParam) == ID_FILE_PRINT) {
-        char text[MAX_PATH + 1] = "";
-        ::GetWindowTextA(call->hwnd, text, sizeof text);
-        g_printed.push_back(text);
-    }
+    if (code == HC_ACTION && call->message == WM_COMMAND && LOWORD(call->wParam) == ID_FILE_PRINT)
+        g_printed.push_back(WindowText(call->hwnd));
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-} // namespace
-
-class AppStartTest : public AppTestBase
+class AppStartTest : public FrameTest
 {
 };
 
 TEST_F(AppStartTest, SafeModeOpensTheFilesWithoutArrangingThem)
 {
-    WriteFile("a.c", Lines(3));
-    WriteFile("b.c", Lines(4));
-
+    Write("a.c", Lines(3));
+    Write("b.c", Lines(4));
     ASSERT_TRUE(Start("-s -av a.c b.c"));
-    EXPECT_EQ(theApp.safeMode, 1);
-    EXPECT_EQ(theApp.arrange, 0);
+    EXPECT_EQ(1, theApp.safeMode);
+    EXPECT_EQ(ARRANGE_TILEACROSS, theApp.arrange);
     EXPECT_EQ(ChildCaptions(), (std::set<std::string>{FullLower("a.c"), FullLower("b.c")}));
-    EXPECT_FALSE(TiledAcross(MdiClient()));
-    EXPECT_TRUE(m_boxes.texts.empty());
+    EXPECT_FALSE(TiledAcross(MdiClient(), Children()));
     CloseFrame();
 
-    // The same without -s: the files are tiled as -av asks.
-    ASSERT_TRUE(Start("-av a.c b.c"));
-    EXPECT_EQ(theApp.safeMode, 0);
-    EXPECT_EQ(ChildCaptions().size(), 2u);
-    EXPECT_TRUE(TiledAcross(MdiClient()));
-    EXPECT_TRUE(::GetWindowLongPtrA(m_frame, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+    ASSERT_TRUE(Start("-av a.c b.c")); // without -s the files are tiled as -av asks
+    EXPECT_EQ(0, theApp.safeMode);
+    EXPECT_TRUE(TiledAcross(MdiClient(), Children()));
+    EXPECT_TRUE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
 }
 
 TEST_F(AppStartTest, EditOnlyTurnsTheProjectOffForTheRun)
 {
     for (bool editOnly : {true, false}) {
-        SCOPED_TRACE(editOnly ? "-e" : "no switch");
+        SCOPED_TRACE(editOnly);
         ASSERT_TRUE(Start(editOnly ? "-e" : ""));
-        EXPECT_EQ((theApp.flags & KF_NOPROJECT) != 0, editOnly);
-        // The Project popup is the third of the menu without files.
-        UINT state = ::GetMenuState(::GetMenu(m_frame), 2, MF_BYPOSITION);
-        EXPECT_EQ((state & MF_GRAYED) != 0, editOnly);
+        EXPECT_EQ(editOnly, (theApp.flags & KF_NOPROJECT) != 0);
+        const UINT state =
+            ::GetMenuState(::GetMenu(m_frameWnd), kNoFileProjectPopup, MF_BYPOSITION);
+        EXPECT_EQ(editOnly, (state & MF_GRAYED) != 0);
         CloseFrame();
     }
 }
 
 TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
 {
-    WriteFile("a.c", Lines(3));
+    Write("a.c", Lines(3));
     g_printed.clear();
     HHOOK watch = ::SetWindowsHookExA(WH_CALLWNDPROC, WatchPrint, nullptr, ::GetCurrentThreadId());
-
-    // A missing file gives the question of opening, and the next one follows.
+    m_boxes.Queue({IDNO}); // a missing file is offered for creation; the next one follows
     EXPECT_FALSE(Start("/P missing.c a.c"));
     ::UnhookWindowsHookEx(watch);
-
-    ASSERT_EQ(m_boxes.texts.size(), 1u);
-    EXPECT_NE(m_boxes.texts[0].find("missing.c"), std::string::npos);
-    EXPECT_FALSE(Exists("missing.c"));
-    EXPECT_EQ(g_printed, std::vector<std::string>{FullLower("a.c")});
-    ASSERT_NE(m_frame, nullptr);
-    EXPECT_TRUE(ChildCaptions().empty()); // printed and destroyed
-    EXPECT_FALSE(::GetWindowLongPtrA(m_frame, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+    ASSERT_EQ(1u, m_boxes.Boxes().size());
+    EXPECT_NE(std::string::npos, m_boxes.Boxes()[0].text.find("missing.c"));
+    EXPECT_FALSE(Exists(Path("missing.c")));
+    EXPECT_EQ(std::vector<std::string>{FullLower("a.c")}, g_printed);
+    ASSERT_NE(nullptr, m_frameWnd);
+    EXPECT_TRUE(Children().empty()); // printed and destroyed
+    EXPECT_FALSE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
 }
 
-// The settings layer is to drop a project directory that does not exist;
-// until it reads settings, the word stays as given and the run goes on.
-TEST_F(AppStartTest, ProjectDirectoryThatIsNoDirectoryDoesNotStopTheStart)
+// Changes when the settings store is built: it is to drop a project
+// directory that does not exist.
+TEST_F(AppStartTest, StandInProjectDirectoryThatIsNoDirectoryIsKept)
 {
-    WriteFile("a.c", Lines(2));
-
+    Write("a.c", Lines(2));
     ASSERT_TRUE(Start("-d nosuchdir a.c"));
-    EXPECT_STREQ(theApp.m_strProjectDir.c_str(), "nosuchdir");
-    EXPECT_EQ(ChildCaptions(), std::set<std::string>{FullLower("a.c")});
-    EXPECT_TRUE(m_boxes.texts.empty());
+    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
+    EXPECT_EQ(std::set<std::string>{FullLower("a.c")}, ChildCaptions());
 }
 
 TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileName)
 {
-    WriteFile("a.c", Lines(2));
-    WriteFile("b.c", Lines(2));
-
-    ASSERT_TRUE(Start("a.c b.c -s")); // the offer to create "-s" is refused
-    EXPECT_EQ(theApp.safeMode, 0);
-    ASSERT_EQ(m_boxes.texts.size(), 1u);
-    EXPECT_NE(m_boxes.texts[0].find("OK to create new"), std::string::npos);
-    EXPECT_NE(m_boxes.texts[0].find("\\-s'"), std::string::npos); // resolved at start
-    EXPECT_FALSE(Exists("-s"));
+    Write("a.c", Lines(2));
+    Write("b.c", Lines(2));
+    m_boxes.Queue({IDNO});
+    ASSERT_TRUE(Start("a.c b.c -s"));
+    EXPECT_EQ(0, theApp.safeMode);
+    EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("-s") + "'"}, m_boxes.Texts());
+    EXPECT_FALSE(Exists(Path("-s")));
     EXPECT_EQ(ChildCaptions(), (std::set<std::string>{FullLower("a.c"), FullLower("b.c")}));
     CloseFrame();
 
-    m_boxes.Queue(IDYES);
+    m_boxes.Queue({IDYES});
     ASSERT_TRUE(Start("a.c b.c -s"));
-    EXPECT_TRUE(Exists("-s"));
+    EXPECT_TRUE(Exists(Path("-s")));
+    EXPECT_EQ(3u, ChildCaptions().size());
+}
+
+// Every name is resolved against the start directory before a window
+// opens, although each window makes its own directory the current one.
+TEST_F(AppStartTest, FileWordsInOtherDirectoriesOpenWhereTheyAre)
+{
+    ASSERT_TRUE(::CreateDirectoryA(Path("one").c_str(), nullptr));
+    ASSERT_TRUE(::CreateDirectoryA(Path("two").c_str(), nullptr));
+    Write("one\\a.c", Lines(2));
+    Write("two\\b.c", Lines(2));
+    ASSERT_TRUE(Start("one\\a.c two\\b.c(2)"));
     EXPECT_EQ(ChildCaptions(),
-              (std::set<std::string>{FullLower("a.c"), FullLower("b.c"), FullLower("-s")}));
+              (std::set<std::string>{FullLower("one\\a.c"), FullLower("two\\b.c")}));
+    EXPECT_EQ((CaretPlace{1, 0}), CaretOf(ChildByCaption(FullLower("two\\b.c"))));
 }
 
 TEST_F(AppStartTest, ReferenceInAWordPlacesTheCaret)
 {
-    WriteFile("prog.c", Lines(20));
-    std::string unix;
-    for (int i = 1; i <= 9; ++i)
-        unix += "row " + std::to_string(i) + "\n";
-    WriteFile("foo", unix);
-
-    // foo(3).c is read as the file foo at line 3.
-    ASSERT_TRUE(Start("prog.c(12,5) foo(3).c"));
-    EXPECT_TRUE(m_boxes.texts.empty());
-
-    HWND prog = ChildByCaption(FullLower("prog.c"));
-    ASSERT_NE(prog, nullptr);
-    CaretPlace place = CaretOf(prog);
-    EXPECT_EQ(place.line, 11);
-    EXPECT_EQ(place.column, 4);
-
-    HWND foo = ChildByCaption(FullLower("foo"));
-    ASSERT_NE(foo, nullptr);
-    place = CaretOf(foo);
-    EXPECT_EQ(place.line, 2);
-    EXPECT_EQ(place.column, 0);
-    EXPECT_EQ(ChildCaptions().size(), 2u);
+    Write("prog.c", Lines(20));
+    Write("plain.c", Lines(20));
+    Write("foo", "row 1\nrow 2\nrow 3\nrow 4\n");
+    ASSERT_TRUE(Start("prog.c(12,5) foo(3).c plain.c")); // foo(3).c: the file foo at line 3
+    const struct {
+        const char* name;
+        CaretPlace place;
+    } rows[] = {{"prog.c", {11, 4}}, {"foo", {2, 0}}, {"plain.c", {0, 0}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        HWND child = ChildByCaption(FullLower(row.name));
+        ASSERT_NE(nullptr, child);
+        EXPECT_EQ(row.place, CaretOf(child));
+    }
+    EXPECT_EQ(3u, Children().size());
 }
 
-TEST_F(AppStartTest, WordWithoutReferenceOpensAtTheTop)
-{
-    WriteFile("prog.c", Lines(20));
-    ASSERT_TRUE(Start("prog.c"));
-    HWND prog = ChildByCaption(FullLower("prog.c"));
-    ASSERT_NE(prog, nullptr);
-    CaretPlace place = CaretOf(prog);
-    EXPECT_EQ(place.line, 0);
-    EXPECT_EQ(place.column, 0);
-}
-
-// The hexadecimal view does not exist yet: the frame only alerts, and above
-// all no editor loads the binary file.
-TEST_F(AppStartTest, HexAddressOpensNoEditor)
+// Changes when the hex view is built: until then the frame only alerts,
+// and above all no editor loads the binary file.
+TEST_F(AppStartTest, StandInHexAddressOpensNoEditor)
 {
     std::string binary(0x2000, '\0');
     for (size_t i = 0; i < binary.size(); ++i)
         binary[i] = static_cast<char>(i * 7);
-    WriteFile("prog.exe", binary);
-
+    Write("prog.exe", binary);
     ASSERT_TRUE(Start("prog.exe(0x1F00)"));
-    EXPECT_TRUE(ChildCaptions().empty());
-    EXPECT_TRUE(m_boxes.texts.empty());
+    EXPECT_TRUE(Children().empty());
 }
 
-// Each window makes its own directory the current one, so the names of the
-// command line are taken against the directory the program started in.
-TEST_F(AppStartTest, RelativeNamesOfTheCommandLineNameTheFilesOfTheStartDirectory)
+// --- DDE, driven by a client window of this thread
+
+struct Ack {
+    HWND server;
+    UINT status;
+    UINT_PTR item; // the atoms of an initiation, the command block of an execute
+};
+std::vector<Ack> g_initiateAcks, g_executeAcks;
+std::vector<HWND> g_terminates;
+bool g_initiating = false;
+
+LRESULT CALLBACK ClientProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    ASSERT_TRUE(::CreateDirectoryA((m_dir + "\\app").c_str(), nullptr));
-    ASSERT_TRUE(::CreateDirectoryA((m_dir + "\\edit").c_str(), nullptr));
-    WriteFile("app\\frame.c", Lines(2));
-    WriteFile("edit\\editor.c", Lines(20));
-
-    ASSERT_TRUE(Start("app\\frame.c edit\\editor.c(12,5)"));
-    EXPECT_TRUE(m_boxes.texts.empty()); // no offer to create anything
-    EXPECT_EQ(ChildCaptions(),
-              (std::set<std::string>{FullLower("app\\frame.c"), FullLower("edit\\editor.c")}));
-    const CaretPlace place = CaretOf(ChildByCaption(FullLower("edit\\editor.c")));
-    EXPECT_EQ(11, place.line);
-    EXPECT_EQ(4, place.column);
+    HWND server = reinterpret_cast<HWND>(wParam);
+    if (message == WM_DDE_ACK && g_initiating) {
+        g_initiateAcks.push_back({server, LOWORD(lParam), HIWORD(lParam)});
+    } else if (message == WM_DDE_ACK) {
+        UINT_PTR status = 0, block = 0;
+        ::UnpackDDElParam(WM_DDE_ACK, lParam, &status, &block);
+        ::FreeDDElParam(WM_DDE_ACK, lParam);
+        g_executeAcks.push_back({server, static_cast<UINT>(status), block});
+        ::GlobalFree(reinterpret_cast<HGLOBAL>(block));
+    } else if (message == WM_DDE_TERMINATE) {
+        g_terminates.push_back(server);
+    } else {
+        return ::DefWindowProcA(hwnd, message, wParam, lParam);
+    }
+    return 0;
 }
+
+class DdeServerTest : public FrameTest
+{
+  protected:
+    void SetUp() override
+    {
+        FrameTest::SetUp();
+        g_initiateAcks.clear();
+        g_executeAcks.clear();
+        g_terminates.clear();
+        WNDCLASSA wc = {};
+        wc.lpfnWndProc = ClientProc;
+        wc.lpszClassName = "KmTestDdeClient";
+        ::RegisterClassA(&wc); // fails harmlessly when already there
+        m_client = ::CreateWindowExA(0, wc.lpszClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr,
+                                     nullptr, nullptr, nullptr);
+        ASSERT_NE(nullptr, m_client);
+        ASSERT_TRUE(Start());
+    }
+    void TearDown() override
+    {
+        ::DestroyWindow(m_client);
+        FrameTest::TearDown();
+    }
+
+    void Initiate(const char* service, const char* topic)
+    {
+        const ATOM serviceAtom = service ? ::GlobalAddAtomA(service) : 0;
+        const ATOM topicAtom = topic ? ::GlobalAddAtomA(topic) : 0;
+        g_initiating = true;
+        ::SendMessageA(m_frameWnd, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(m_client),
+                       MAKELPARAM(serviceAtom, topicAtom));
+        g_initiating = false;
+        ::GlobalDeleteAtom(serviceAtom);
+        ::GlobalDeleteAtom(topicAtom);
+    }
+
+    // Posts one command, waits for what it brings, and checks the answer:
+    // status 1 with the client's own block.
+    void Execute(const std::string& command)
+    {
+        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, command.size() + 1);
+        memcpy(::GlobalLock(block), command.c_str(), command.size() + 1);
+        ::GlobalUnlock(block);
+        g_executeAcks.clear();
+        LPARAM lParam = ::PackDDElParam(WM_DDE_EXECUTE, 0, reinterpret_cast<UINT_PTR>(block));
+        ASSERT_TRUE(
+            ::PostMessageA(m_frameWnd, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(m_client), lParam));
+        PumpUntilIdle();
+        ASSERT_EQ(1u, g_executeAcks.size());
+        EXPECT_EQ(m_frameWnd, g_executeAcks[0].server);
+        EXPECT_EQ(1u, LOWORD(g_executeAcks[0].status));
+        EXPECT_EQ(reinterpret_cast<UINT_PTR>(block), g_executeAcks[0].item);
+    }
+
+    HWND m_client = nullptr;
+};
+
+TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnly)
+{
+    const ATOM service = ::GlobalAddAtomA("Kelmar"), topic = ::GlobalAddAtomA("system");
+    Initiate("Kelmar", "system");
+    ASSERT_EQ(1u, g_initiateAcks.size());
+    EXPECT_EQ(m_frameWnd, g_initiateAcks[0].server);
+    EXPECT_EQ(service, g_initiateAcks[0].status);
+    EXPECT_EQ(topic, g_initiateAcks[0].item);
+    ::GlobalDeleteAtom(service);
+    ::GlobalDeleteAtom(topic);
+
+    Initiate("Kelmar", "other");
+    Initiate("Other", "system");
+    Initiate(nullptr, nullptr); // a wild initiation
+    Initiate("Kelmar", nullptr);
+    EXPECT_EQ(1u, g_initiateAcks.size());
+}
+
+TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)
+{
+    Write("x.c", "one\ntwo\nthree\nfour\n");
+    const std::string x = FullLower("x.c");
+    const struct {
+        std::string command;
+        bool opens;
+        CaretPlace place;
+    } rows[] = {
+        {"[open(\"" + x + "\")]", true, {0, 0}},
+        {"[open(\"" + x + "(3,2)\")]", true, {2, 1}},
+        {"[open(\"" + x + "\")]junk[open(\"other.c\")]", true, {0, 0}}, // other.c never looked at
+        {"[OPEN(\"" + x + "\")]", false, {}},
+        {"[open(\"" + x, false, {}},
+        {"[open(" + x + ")]", false, {}},
+        {"", false, {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.command);
+        Execute(row.command);
+        EXPECT_EQ(row.opens ? std::set<std::string>{x} : std::set<std::string>{}, ChildCaptions());
+        if (row.opens) {
+            EXPECT_EQ(row.place, CaretOf(ChildByCaption(x)));
+        }
+        Command(ID_WINDOW_CLOSEALL);
+    }
+}
+
+TEST_F(DdeServerTest, TerminateIsAnsweredWithATerminate)
+{
+    Initiate("Kelmar", "system");
+    ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(m_client), 0);
+    PumpUntilIdle();
+    EXPECT_EQ(std::vector<HWND>{m_frameWnd}, g_terminates);
+}
+
+} // namespace

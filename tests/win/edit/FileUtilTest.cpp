@@ -1,170 +1,101 @@
+// The file helpers on the real file system, and the messages and file-error
+// reports through real message boxes.
 #include "edit/FileUtil.h"
-
-#include "framework/File.h"
+#include "app/KmApp.h"
+#include "edit/Messages.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
-#include <vector>
 
-using kmtest::FreshTempDir;
-using kmtest::RemoveTree;
+using namespace kmtest;
 
 namespace
 {
 
-std::string ReadAll(const std::string& path)
-{
-    CFile file(path.c_str(), CFile::modeRead);
-    std::string text(static_cast<size_t>(file.GetLength()), '\0');
-    if (!text.empty())
-        file.Read(&text[0], static_cast<unsigned>(text.size()));
-    return text;
-}
-
-void WriteAll(const std::string& path, const std::string& text)
-{
-    CFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite);
-    file.Write(text.data(), static_cast<unsigned>(text.size()));
-    file.Close();
-}
-
-bool Exists(const std::string& path)
-{
-    return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-
-// A fresh directory of its own under the temporary directory, removed
-// again with the current directory restored.
-class FileUtilTest : public ::testing::Test
+class FileUtilTest : public FrameTest
 {
   protected:
-    void SetUp() override
-    {
-        char buffer[MAX_PATH];
-        ::GetCurrentDirectoryA(MAX_PATH, buffer);
-        m_savedDir = buffer;
-        m_dir = FreshTempDir("kmfileutil");
-        ASSERT_FALSE(m_dir.empty());
-    }
-    void TearDown() override
-    {
-        ::SetCurrentDirectoryA(m_savedDir.c_str());
-        RemoveTree(m_dir);
-    }
-    std::string Path(const char* name) const { return m_dir + "\\" + name; }
-    static std::string Lower(std::string text)
-    {
-        for (char& ch : text)
-            if (ch >= 'A' && ch <= 'Z')
-                ch = static_cast<char>(ch + 32);
-        return text;
-    }
-
-    std::string m_savedDir;
-    std::string m_dir;
+    std::string LowerPath(const std::string& name) const { return Lower(Path(name)); }
 };
 
-TEST(SplitDir, CutsAtTheLastBackslash)
+TEST(SplitDir, CutsAtTheLastBackslashOrLeavesTheOutputAlone)
 {
-    CString dir;
-    EXPECT_TRUE(SplitDir("C:\\Dir\\Sub\\Name.C", dir));
-    EXPECT_STREQ("c:\\dir\\sub", dir);
-    EXPECT_TRUE(SplitDir("c:\\name.c", dir));
-    EXPECT_STREQ("c:\\", dir);
-    EXPECT_TRUE(SplitDir("C:name.c", dir));
-    EXPECT_STREQ("c:", dir);
-    EXPECT_TRUE(SplitDir("dir\\name.c", dir));
-    EXPECT_STREQ("dir", dir);
-    EXPECT_TRUE(SplitDir("\\name.c", dir));
-    EXPECT_STREQ("\\", dir);
-}
-
-TEST(SplitDir, BareNameLeavesTheOutputAlone)
-{
-    CString dir("unchanged");
-    EXPECT_FALSE(SplitDir("name.c", dir));
-    EXPECT_FALSE(SplitDir("", dir));
-    EXPECT_STREQ("unchanged", dir);
+    const struct {
+        const char* path;
+        bool split;
+        const char* dir;
+    } rows[] = {
+        {"C:\\Dir\\Sub\\Name.C", true, "c:\\dir\\sub"},
+        {"c:\\name.c", true, "c:\\"},
+        {"C:name.c", true, "c:"},
+        {"dir\\name.c", true, "dir"},
+        {"\\name.c", true, "\\"},
+        {"name.c", false, "unchanged"},
+        {"", false, "unchanged"},
+    };
+    for (const auto& row : rows) {
+        CString dir("unchanged");
+        EXPECT_EQ(row.split, SplitDir(row.path, dir)) << row.path;
+        EXPECT_STREQ(row.dir, dir) << row.path;
+    }
 }
 
 TEST(PathRelativeTo, StripsTheDirectoryAndItsBackslashOnly)
 {
-    const char* path = "c:\\ab\\x.c";
-    EXPECT_STREQ("x.c", PathRelativeTo(path, "c:\\ab"));
-    EXPECT_STREQ("ab\\x.c", PathRelativeTo(path, "c:"));
-    const char* longer = "c:\\abc\\x.c";
-    EXPECT_EQ(longer, PathRelativeTo(longer, "c:\\ab"));
-    const char* upper = "C:\\AB\\x.c";
-    EXPECT_EQ(upper, PathRelativeTo(upper, "c:\\ab"));
-    const char* same = "c:\\ab";
-    EXPECT_EQ(same, PathRelativeTo(same, "c:\\ab"));
+    const char* rows[][3] = {
+        {"c:\\ab\\x.c", "c:\\ab", "x.c"},
+        {"c:\\ab\\x.c", "c:", "ab\\x.c"},
+        {"c:\\abc\\x.c", "c:\\ab", "c:\\abc\\x.c"},
+        {"C:\\AB\\x.c", "c:\\ab", "C:\\AB\\x.c"},
+        {"c:\\ab", "c:\\ab", "c:\\ab"},
+    };
+    for (const auto& row : rows)
+        EXPECT_STREQ(row[2], PathRelativeTo(row[0], row[1])) << row[0] << " " << row[1];
 }
 
-TEST_F(FileUtilTest, StatusOfAFile)
+TEST_F(FileUtilTest, StatusOfFilesDirectoriesAndMissingNames)
 {
-    WriteAll(Path("Data.Txt"), "hello");
+    Write("Data.Txt", "hello");
+    ASSERT_TRUE(::CreateDirectoryA(Path("Sub").c_str(), nullptr));
     FileStatus status;
     ASSERT_TRUE(GetFileStatus(Path("data.txt").c_str(), status));
     EXPECT_EQ(5u, status.size);
-    EXPECT_EQ(0, status.attribute & FILE_ATTRIBUTE_DIRECTORY);
-    EXPECT_EQ(0, status.attribute & ~63);
+    EXPECT_EQ(0, status.attribute & (FILE_ATTRIBUTE_DIRECTORY | ~63));
     EXPECT_GT(status.modified, 1000000000);
     EXPECT_GT(status.created, 1000000000);
-    EXPECT_STREQ(Lower(Path("data.txt")).c_str(), Lower(status.fullName).c_str());
-}
+    EXPECT_EQ(LowerPath("data.txt"), Lower(status.fullName));
 
-TEST_F(FileUtilTest, StatusOfADirectoryAndARelativeName)
-{
-    ASSERT_TRUE(::CreateDirectoryA(Path("Sub").c_str(), nullptr));
-    ASSERT_TRUE(ChangeDir(m_dir.c_str()));
-    FileStatus status;
-    ASSERT_TRUE(GetFileStatus("sub", status));
+    ASSERT_TRUE(GetFileStatus("sub", status)); // relative to the current directory
     EXPECT_NE(0, status.attribute & FILE_ATTRIBUTE_DIRECTORY);
-    EXPECT_STREQ(Lower(Path("sub")).c_str(), Lower(status.fullName).c_str());
-}
+    EXPECT_EQ(LowerPath("sub"), Lower(status.fullName));
 
-TEST_F(FileUtilTest, MissingFileStillGivesTheFullName)
-{
-    FileStatus status;
     EXPECT_FALSE(GetFileStatus(Path("missing.c").c_str(), status));
-    EXPECT_STREQ(Lower(Path("missing.c")).c_str(), Lower(status.fullName).c_str());
+    EXPECT_EQ(LowerPath("missing.c"), Lower(status.fullName)); // the full name all the same
+
+    FileStatus before;
+    memset(&before, 0x5A, sizeof before);
+    status = before;
+    EXPECT_FALSE(GetFileStatus("c:\\*.c", status)); // a pattern is never a file
+    EXPECT_FALSE(GetFileStatus("c:\\windows\\?", status));
+    EXPECT_EQ(0, memcmp(&before, &status, sizeof status));
 }
 
 TEST_F(FileUtilTest, RootsHaveNoTimesAndNoSize)
 {
-    FileStatus status;
-    memset(&status, 0x5A, sizeof status);
-    ASSERT_TRUE(GetFileStatus("c:\\", status));
-    EXPECT_EQ(0u, status.size);
-    EXPECT_EQ(0, status.created);
-    EXPECT_EQ(0, status.modified);
-    EXPECT_EQ(0, status.accessed);
-    EXPECT_NE(0, status.attribute & FILE_ATTRIBUTE_DIRECTORY);
-    EXPECT_STREQ("c:\\", Lower(status.fullName).c_str());
-
-    // "c:" is the current directory of drive C, here its root.
-    ASSERT_TRUE(ChangeDir("c:\\"));
-    memset(&status, 0x5A, sizeof status);
-    ASSERT_TRUE(GetFileStatus("c:", status));
-    EXPECT_EQ(0u, status.size);
-    EXPECT_EQ(0, status.created);
-    EXPECT_EQ(0, status.modified);
-    EXPECT_EQ(0, status.accessed);
-}
-
-TEST_F(FileUtilTest, PatternIsNeverAFile)
-{
-    FileStatus status;
-    memset(&status, 0x5A, sizeof status);
-    FileStatus before = status;
-    EXPECT_FALSE(GetFileStatus("c:\\*.c", status));
-    EXPECT_FALSE(GetFileStatus("c:\\windows\\?", status));
-    EXPECT_EQ(0, memcmp(&before, &status, sizeof status));
+    for (const char* root : {"c:\\", "c:"}) { // "c:" is drive C's current directory, here its root
+        SCOPED_TRACE(root);
+        ASSERT_TRUE(ChangeDir("c:\\"));
+        FileStatus status;
+        memset(&status, 0x5A, sizeof status);
+        ASSERT_TRUE(GetFileStatus(root, status));
+        EXPECT_EQ(0u, status.size);
+        EXPECT_EQ(0, status.created);
+        EXPECT_EQ(0, status.modified);
+        EXPECT_EQ(0, status.accessed);
+        EXPECT_NE(0, status.attribute & FILE_ATTRIBUTE_DIRECTORY);
+        EXPECT_EQ("c:\\", Lower(status.fullName));
+    }
 }
 
 TEST_F(FileUtilTest, NamesBeyondAsciiSurviveTheOemRoundTrip)
@@ -172,55 +103,46 @@ TEST_F(FileUtilTest, NamesBeyondAsciiSurviveTheOemRoundTrip)
     const std::string dir = Path("d\xE4t\xE9");
     ASSERT_TRUE(MakeDir(dir.c_str()));
     ASSERT_TRUE(Exists(dir)); // found under its ANSI name
-    WriteAll(dir + "\\f\xF6.c", "x");
-
+    WriteFileBytes(dir + "\\f\xF6.c", "x");
     FileStatus status;
     ASSERT_TRUE(GetFileStatus((dir + "\\f\xF6.c").c_str(), status));
-    EXPECT_STREQ(Lower(dir + "\\f\xF6.c").c_str(), Lower(status.fullName).c_str());
+    EXPECT_EQ(Lower(dir + "\\f\xF6.c"), Lower(status.fullName));
 
     ASSERT_TRUE(ChangeDir(dir.c_str()));
-    CString current;
+    CString current, full;
     GetCurrentDir(current);
     CString expected(dir.c_str());
     ::CharLowerA(expected.GetBuffer(0));
     EXPECT_STREQ(expected, current);
-
-    CString full;
     ASSERT_TRUE(GetFullPath("F\xD6.C", full));
-    EXPECT_STREQ((Lower(dir) + "\\f\xD6.c").c_str(), full);
+    EXPECT_EQ(std::string(expected) + "\\f\xD6.c", std::string(full)); // as the name was given
 }
 
-TEST_F(FileUtilTest, CurrentDirectoryFollowsChangeDir)
+TEST_F(FileUtilTest, CurrentDirectoryFollowsChangeDirAndFullPathsAreLowerCase)
 {
     ASSERT_TRUE(::CreateDirectoryA(Path("Sub").c_str(), nullptr));
-    ASSERT_TRUE(ChangeDir(Path("Sub").c_str()));
-    CString current;
-    GetCurrentDir(current);
-    EXPECT_STREQ(Lower(Path("sub")).c_str(), current);
-
-    EXPECT_FALSE(ChangeDir(Path("nothere").c_str()));
-    GetCurrentDir(current);
-    EXPECT_STREQ(Lower(Path("sub")).c_str(), current);
-
-    ASSERT_TRUE(ChangeDir("z:\\"));
-    GetCurrentDir(current);
-    EXPECT_STREQ("z:\\", current);
-    ASSERT_TRUE(ChangeDir(Path("Sub").c_str()));
-    GetCurrentDir(current);
-    EXPECT_STREQ(Lower(Path("sub")).c_str(), current);
-
-    EXPECT_FALSE(ChangeDir("q:\\"));
+    CString current, full;
+    const struct {
+        std::string to;
+        bool changes;
+        std::string current;
+    } rows[] = {
+        {Path("Sub"), true, LowerPath("sub")},
+        {Path("nothere"), false, LowerPath("sub")},
+        {"z:\\", true, "z:\\"},
+        {Path("Sub"), true, LowerPath("sub")},
+        {"q:\\", false, LowerPath("sub")},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.changes, ChangeDir(row.to.c_str())) << row.to;
+        GetCurrentDir(current);
+        EXPECT_EQ(row.current, std::string(current)) << row.to;
+    }
+    ASSERT_TRUE(GetFullPath("..\\X.C", full));
+    EXPECT_EQ(LowerPath("x.c"), std::string(full));
 }
 
-TEST_F(FileUtilTest, FullPathIsLowerCase)
-{
-    ASSERT_TRUE(ChangeDir(m_dir.c_str()));
-    CString full;
-    ASSERT_TRUE(GetFullPath("Sub\\..\\X.C", full));
-    EXPECT_STREQ(Lower(Path("x.c")).c_str(), full);
-}
-
-TEST_F(FileUtilTest, TemporaryNames)
+TEST_F(FileUtilTest, TemporaryNamesAreMadeInTheTemporaryDirectory)
 {
     CString plain, withExtension;
     ASSERT_TRUE(MakeTempName(nullptr, plain));
@@ -228,85 +150,111 @@ TEST_F(FileUtilTest, TemporaryNames)
     char tempDir[MAX_PATH];
     ::GetTempPathA(MAX_PATH, tempDir);
     const std::string dir = Lower(tempDir);
-    for (const char* name : {plain.c_str(), withExtension.c_str()}) {
-        std::string lower = Lower(name);
-        EXPECT_EQ(0u, lower.find(dir)) << name;
-        EXPECT_EQ(dir.size(), lower.find("kmt", dir.size())) << name;
-    }
+    for (const std::string& name : {Lower(plain.c_str()), Lower(withExtension.c_str())})
+        EXPECT_EQ(0u, name.find(dir + "kmt")) << name;
     EXPECT_EQ(".tmp", Lower(plain.Right(4).c_str()));
     EXPECT_TRUE(Exists(plain.c_str()));
-    // The extension replaces the last three characters; the created file
+    // The extension replaces the last three characters; the file made
     // keeps its .tmp name.
-    EXPECT_EQ(".c", std::string(withExtension.Right(2)));
+    EXPECT_STREQ(".c", withExtension.Right(2));
     EXPECT_FALSE(Exists(withExtension.c_str()));
-    std::string created = std::string(withExtension.Left(withExtension.GetLength() - 1)) + "tmp";
-    EXPECT_TRUE(Exists(created));
+    const std::string made = std::string(withExtension.Left(withExtension.GetLength() - 1)) + "tmp";
+    EXPECT_TRUE(Exists(made));
     ::DeleteFileA(plain);
-    ::DeleteFileA(created.c_str());
+    ::DeleteFileA(made.c_str());
 }
 
-TEST_F(FileUtilTest, WriteStringFileCreatesAndTruncates)
+TEST_F(FileUtilTest, WriteStringFileAndRemoveFile)
 {
-    const std::string path = Path("out.txt");
-    ASSERT_TRUE(WriteStringFile(path.c_str(), "first line\r\nsecond"));
-    EXPECT_EQ("first line\r\nsecond", ReadAll(path));
-    ASSERT_TRUE(WriteStringFile(path.c_str(), "x"));
-    EXPECT_EQ("x", ReadAll(path));
+    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "first line\r\nsecond"));
+    EXPECT_EQ("first line\r\nsecond", Read("out.txt"));
+    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "x")); // truncated
+    EXPECT_EQ("x", Read("out.txt"));
+    EXPECT_TRUE(RemoveFile(Path("out.txt").c_str()));
+    EXPECT_FALSE(Exists(Path("out.txt")));
 }
 
-TEST_F(FileUtilTest, RemoveFileDeletes)
-{
-    const std::string path = Path("gone.txt");
-    WriteAll(path, "x");
-    EXPECT_TRUE(RemoveFile(path.c_str()));
-    EXPECT_FALSE(Exists(path));
-}
-
-TEST_F(FileUtilTest, BackupReplacesTheExtension)
-{
-    WriteAll(Path("prog.c"), "old");
-    WriteAll(Path("prog.BAK"), "older");
-    ASSERT_TRUE(MakeBackup(Path("prog.c").c_str()));
-    EXPECT_FALSE(Exists(Path("prog.c")));
-    EXPECT_EQ("old", ReadAll(Path("prog.BAK")));
-}
-
-TEST_F(FileUtilTest, BackupOfADotlessNameAppendsBak)
-{
-    ASSERT_EQ(std::string::npos, m_dir.find('.')) << "the test needs a dotless directory";
-    WriteAll(Path("makefile"), "all:");
-    ASSERT_TRUE(MakeBackup(Path("makefile").c_str()));
-    EXPECT_FALSE(Exists(Path("makefile")));
-    EXPECT_EQ("all:", ReadAll(Path("makefile.BAK")));
-}
-
-TEST_F(FileUtilTest, BackupInADottedDirectoryCutsAtItsDot)
+TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
 {
     ASSERT_EQ(std::string::npos, m_dir.find('.')) << "the test needs a dotless directory";
     ASSERT_TRUE(::CreateDirectoryA(Path("src.old").c_str(), nullptr));
-    WriteAll(Path("src.old\\makefile"), "all:");
-    ASSERT_TRUE(MakeBackup(Path("src.old\\makefile").c_str()));
-    // The file moves up into the parent directory as src.BAK.
-    EXPECT_FALSE(Exists(Path("src.old\\makefile")));
-    EXPECT_EQ("all:", ReadAll(Path("src.BAK")));
-}
-
-TEST_F(FileUtilTest, BackupOfAMissingFileIsNoFailure)
-{
-    EXPECT_TRUE(MakeBackup(Path("nothing.c").c_str()));
+    Write("prog.BAK", "older");
+    const struct {
+        const char* file;
+        const char* backup;
+    } rows[] = {
+        {"prog.c", "prog.BAK"},
+        {"makefile", "makefile.BAK"},
+        {"src.old\\makefile", "src.BAK"}, // moves up into the parent as src.BAK
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.file);
+        Write(row.file, row.file);
+        ASSERT_TRUE(MakeBackup(Path(row.file).c_str()));
+        EXPECT_FALSE(Exists(Path(row.file)));
+        EXPECT_EQ(row.file, Read(row.backup));
+    }
+    EXPECT_TRUE(MakeBackup(Path("nothing.c").c_str())); // a missing file is no failure
     EXPECT_FALSE(Exists(Path("nothing.BAK")));
 }
 
-TEST_F(FileUtilTest, SecondSaveLeavesThePreviousVersionInTheBackup)
+// --- messages and reports
+
+TEST_F(FileUtilTest, MessagesFormatTheirStringAndGiveTheButton)
 {
-    const std::string path = Path("notes.txt");
-    WriteAll(path, "version 1");
-    for (const char* next : {"version 2", "version 3"}) {
-        ASSERT_TRUE(MakeBackup(path.c_str()));
-        ASSERT_TRUE(WriteStringFile(path.c_str(), next));
+    m_boxes.Queue({IDNO, IDYES, IDOK, IDCANCEL});
+    EXPECT_EQ(IDNO, KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_CREATENEW, "c:\\new.c"));
+    EXPECT_EQ(IDYES, KmMessageBox(nullptr, MB_YESNO, IDS_NONANSI, 0, "c:\\a.c"));
+    EXPECT_EQ(IDOK, KmMessageBox(nullptr, MB_ICONEXCLAMATION, 9999u, "ignored")); // no such string
+    EXPECT_EQ(IDCANCEL, ReportFileCause("c:\\y.c", CFileException::badPath, MB_OKCANCEL));
+    EXPECT_EQ((std::vector<std::string>{
+                  "OK to create new\n'c:\\new.c'",
+                  "Non-ANSI character (0x0) in the file:\nc:\\a.c\nOpen it anyway?", "*9999*",
+                  "Error accessing 'c:\\y.c'\nAll or part of the path is invalid"}),
+              m_boxes.Texts());
+    EXPECT_EQ("Kelmar", m_boxes.Boxes()[0].caption);
+    EXPECT_STREQ(theApp.m_pszAppName, m_boxes.Boxes()[0].caption.c_str());
+    EXPECT_EQ("OC", m_boxes.Boxes()[3].buttons);
+}
+
+TEST_F(FileUtilTest, TheCauseSelectsTheSecondLineOfAReport)
+{
+    const struct {
+        int cause;
+        const char* line;
+    } rows[] = {
+        {CFileException::fileNotFound, "The file could not be located"},
+        {CFileException::accessDenied, "Access denied to this file"},
+        {CFileException::diskFull, "The disk is full"},
+        {CFileException::removeCurrentDir, "An unspecified error occurred"}, // no row of its own
+        {99, "An unspecified error occurred"},
+    };
+    for (const auto& row : rows) {
+        m_boxes.Clear();
+        m_boxes.Queue({IDOK});
+        ReportFileError("c:\\x.c", CFileException(row.cause), MB_ICONEXCLAMATION);
+        EXPECT_EQ(std::vector<std::string>{std::string("Error accessing 'c:\\x.c'\n") + row.line},
+                  m_boxes.Texts());
     }
-    EXPECT_EQ("version 2", ReadAll(Path("notes.BAK")));
-    EXPECT_EQ("version 3", ReadAll(path));
+}
+
+TEST_F(FileUtilTest, FailuresOfTheHelpersAreReportedWithThePath)
+{
+    Write("keep.txt", "keep");
+    ASSERT_TRUE(MakeDir(Path("keep.BAK").c_str())); // a full directory where the backup goes
+    Write("keep.BAK\\inside", "x");
+    m_boxes.Queue({IDOK, IDOK, IDOK});
+    EXPECT_FALSE(WriteStringFile(Path("nodir\\out.txt").c_str(), "x"));
+    EXPECT_FALSE(RemoveFile(Path("gone.txt").c_str()));
+    EXPECT_FALSE(MakeBackup(Path("keep.txt").c_str()));
+    ASSERT_EQ(3u, m_boxes.Boxes().size());
+    EXPECT_EQ("Error accessing '" + Path("nodir\\out.txt") +
+                  "'\nAll or part of the path is invalid",
+              m_boxes.Boxes()[0].text);
+    EXPECT_EQ("Error accessing '" + Path("gone.txt") + "'\nThe file could not be located",
+              m_boxes.Boxes()[1].text);
+    EXPECT_EQ(0u, Lower(m_boxes.Boxes()[2].text).find("error accessing '" + LowerPath("keep.txt")));
+    EXPECT_EQ("keep", Read("keep.txt"));
 }
 
 } // namespace

@@ -1,4 +1,8 @@
-#include "WinTestSupport.h"
+#include "support/WinTestSupport.h"
+
+#include "app/KmApp.h"
+#include "app/KmFrame.h"
+#include "resources/KmIds.h"
 
 namespace kmtest
 {
@@ -6,90 +10,65 @@ namespace kmtest
 namespace
 {
 
-// The static control that holds a message box's text.
-const int kMessageTextId = 0xFFFF;
+BoxAnswerer* g_answerer = nullptr;
 const char kAnsweredProp[] = "KmTestAnswered";
 
-MessageBoxAnswerer* g_answerer = nullptr;
-
-// Takes the messages waiting now; false when WM_QUIT came, which goes back
-// into the queue.
-bool DispatchWaiting()
+bool Pump(const std::function<bool()>& done, DWORD settleMs, DWORD limitMs)
 {
-    MSG msg;
-    while (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        if (msg.message == WM_QUIT) {
-            ::PostQuitMessage(static_cast<int>(msg.wParam));
-            return false;
+    const DWORD start = ::GetTickCount();
+    bool quit = false;
+    for (;;) {
+        MSG msg;
+        while (::PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE)) {
+            if (msg.message == WM_QUIT)
+                quit = ::PeekMessageA(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+            else if (!theApp.PumpMessage())
+                quit = true;
         }
-        ::TranslateMessage(&msg);
-        ::DispatchMessageA(&msg);
+        if (done && done())
+            return true;
+        const DWORD spent = ::GetTickCount() - start;
+        if (spent >= limitMs)
+            return done ? false : quit;
+        const DWORD wait = done ? limitMs - spent : settleMs;
+        if (::MsgWaitForMultipleObjects(0, nullptr, FALSE, wait, QS_ALLINPUT) == WAIT_TIMEOUT &&
+            !done)
+            return quit;
     }
-    return true;
-}
-
-std::string WindowText(HWND wnd)
-{
-    if (!wnd)
-        return std::string();
-    const int length = ::GetWindowTextLengthA(wnd);
-    std::string text(static_cast<size_t>(length) + 1, '\0');
-    text.resize(static_cast<size_t>(::GetWindowTextA(wnd, &text[0], length + 1)));
-    return text;
-}
-
-bool IsDialog(HWND wnd)
-{
-    char name[16] = "";
-    ::GetClassNameA(wnd, name, sizeof name);
-    return lstrcmpA(name, "#32770") == 0;
 }
 
 } // namespace
 
-void PumpUntilIdle(DWORD settleMs, DWORD limitMs)
+bool PumpUntilIdle(DWORD settleMs, DWORD limitMs)
 {
-    const DWORD start = ::GetTickCount();
-    while (DispatchWaiting() && ::GetTickCount() - start < limitMs) {
-        if (::MsgWaitForMultipleObjects(0, nullptr, FALSE, settleMs, QS_ALLINPUT) == WAIT_TIMEOUT)
-            break;
-    }
+    return Pump(nullptr, settleMs, limitMs);
 }
 
 bool PumpUntil(const std::function<bool()>& done, DWORD limitMs)
 {
-    const DWORD start = ::GetTickCount();
-    for (;;) {
-        const bool quit = !DispatchWaiting();
-        if (done())
-            return true;
-        const DWORD spent = ::GetTickCount() - start;
-        if (quit || spent >= limitMs)
-            return false;
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, limitMs - spent, QS_ALLINPUT);
-    }
+    return Pump(done, 0, limitMs);
 }
 
-MessageBoxAnswerer::MessageBoxAnswerer()
-    : m_hook(::SetWindowsHookExA(WH_CBT, CbtProc, nullptr, ::GetCurrentThreadId()))
+BoxAnswerer::BoxAnswerer()
+    : m_hook(::SetWindowsHookExA(WH_CBT, Hook, nullptr, ::GetCurrentThreadId()))
 {
     g_answerer = this;
 }
 
-MessageBoxAnswerer::~MessageBoxAnswerer()
+BoxAnswerer::~BoxAnswerer()
 {
-    if (m_hook)
-        ::UnhookWindowsHookEx(m_hook);
+    ::UnhookWindowsHookEx(m_hook);
     if (g_answerer == this)
         g_answerer = nullptr;
 }
 
-void MessageBoxAnswerer::Answer(std::initializer_list<int> buttonIds)
+void BoxAnswerer::Clear()
 {
-    m_answers.insert(m_answers.end(), buttonIds);
+    m_queue.clear();
+    m_boxes.clear();
 }
 
-std::vector<std::string> MessageBoxAnswerer::Texts() const
+std::vector<std::string> BoxAnswerer::Texts() const
 {
     std::vector<std::string> texts;
     for (const Box& box : m_boxes)
@@ -97,40 +76,64 @@ std::vector<std::string> MessageBoxAnswerer::Texts() const
     return texts;
 }
 
-LRESULT CALLBACK MessageBoxAnswerer::CbtProc(int code, WPARAM wParam, LPARAM lParam)
+int BoxAnswerer::Unexpected() const
 {
-    if (code == HCBT_ACTIVATE && g_answerer) {
-        HWND wnd = reinterpret_cast<HWND>(wParam);
-        if (IsDialog(wnd))
-            g_answerer->Press(wnd);
-    }
+    int count = 0;
+    for (const Box& box : m_boxes)
+        count += !box.expected;
+    return count;
+}
+
+LRESULT CALLBACK BoxAnswerer::Hook(int code, WPARAM wParam, LPARAM lParam)
+{
+    HWND wnd = reinterpret_cast<HWND>(wParam);
+    char name[16] = "";
+    if (code == HCBT_ACTIVATE && g_answerer && ::GetClassNameA(wnd, name, sizeof name) &&
+        lstrcmpA(name, "#32770") == 0)
+        g_answerer->Answer(wnd);
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-// The answer is posted: the dialog is still being set up when it first
-// becomes active, and its own loop takes the command once it runs. Only
-// then is its default button known, so Enter goes in for a missing answer.
-// A dialog that is activated again before then keeps the answer it has.
-void MessageBoxAnswerer::Press(HWND dialog)
+// The answer is posted: the box is still being set up when it first becomes
+// active, and its own loop takes the command once it runs. A box activated
+// again before then keeps the answer it has.
+void BoxAnswerer::Answer(HWND box)
 {
-    if (::GetPropA(dialog, kAnsweredProp))
+    if (::GetPropA(box, kAnsweredProp))
         return;
-    ::SetPropA(dialog, kAnsweredProp, reinterpret_cast<HANDLE>(1));
-
-    Box box;
-    box.caption = WindowText(dialog);
-    box.text = WindowText(::GetDlgItem(dialog, kMessageTextId));
-    if (m_answers.empty()) {
-        box.pressed = 0;
-        ++m_unexpected;
-        ::PostMessageA(dialog, WM_KEYDOWN, VK_RETURN, 1);
-    } else {
-        box.pressed = m_answers.front();
-        m_answers.pop_front();
-        ::PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(box.pressed, BN_CLICKED),
-                       reinterpret_cast<LPARAM>(::GetDlgItem(dialog, box.pressed)));
+    ::SetPropA(box, kAnsweredProp, reinterpret_cast<HANDLE>(1));
+    Box seen = {WindowText(box), WindowText(::GetDlgItem(box, 0xFFFF)), "", 0, false};
+    for (const auto& kind : {std::make_pair(IDOK, 'O'), std::make_pair(IDCANCEL, 'C'),
+                             std::make_pair(IDYES, 'Y'), std::make_pair(IDNO, 'N')})
+        if (::GetDlgItem(box, kind.first))
+            seen.buttons += kind.second;
+    if (!m_queue.empty()) {
+        seen.pressed = m_queue.front();
+        m_queue.pop_front();
+        seen.expected = ::GetDlgItem(box, seen.pressed) != nullptr;
     }
-    m_boxes.push_back(box);
+    for (auto id = m_order.begin(); !seen.expected && id != m_order.end(); ++id)
+        if (::GetDlgItem(box, (seen.pressed = *id)))
+            break;
+    ::PostMessageA(box, WM_COMMAND, MAKEWPARAM(seen.pressed, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(::GetDlgItem(box, seen.pressed)));
+    m_boxes.push_back(seen);
+}
+
+std::string Lower(std::string text)
+{
+    for (char& ch : text)
+        if (ch >= 'A' && ch <= 'Z')
+            ch = static_cast<char>(ch - 'A' + 'a');
+    return text;
+}
+
+std::string WindowText(HWND wnd)
+{
+    const int length = wnd ? ::GetWindowTextLengthA(wnd) : 0;
+    std::string text(static_cast<size_t>(length) + 1, '\0');
+    text.resize(wnd ? static_cast<size_t>(::GetWindowTextA(wnd, &text[0], length + 1)) : 0);
+    return text;
 }
 
 void RemoveTree(const std::string& dir)
@@ -139,10 +142,9 @@ void RemoveTree(const std::string& dir)
     HANDLE search = ::FindFirstFileA((dir + "\\*").c_str(), &found);
     if (search != INVALID_HANDLE_VALUE) {
         do {
-            std::string name = found.cFileName;
+            const std::string name = found.cFileName, path = dir + "\\" + name;
             if (name == "." || name == "..")
                 continue;
-            std::string path = dir + "\\" + name;
             ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
             if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
                 RemoveTree(path);
@@ -154,27 +156,196 @@ void RemoveTree(const std::string& dir)
     ::RemoveDirectoryA(dir.c_str());
 }
 
-std::string FreshTempDir(const char* stem)
+std::string ReadFileBytes(const std::string& path)
 {
-    char buffer[MAX_PATH];
-    if (!::GetTempPathA(MAX_PATH, buffer))
-        return std::string();
-    std::string dir = std::string(buffer) + stem + std::to_string(::GetCurrentProcessId());
-    RemoveTree(dir);
-    if (!::CreateDirectoryA(dir.c_str(), nullptr))
-        return std::string();
-    char full[MAX_PATH];
-    if (!::GetFullPathNameA(dir.c_str(), MAX_PATH, full, nullptr))
-        return std::string();
-    return full;
+    HANDLE file = ::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return "<missing>";
+    std::string bytes(::GetFileSize(file, nullptr), '\0');
+    DWORD got = 0;
+    if (!bytes.empty())
+        ::ReadFile(file, &bytes[0], static_cast<DWORD>(bytes.size()), &got, nullptr);
+    ::CloseHandle(file);
+    bytes.resize(got);
+    return bytes;
 }
 
-std::string Lower(std::string text)
+void WriteFileBytes(const std::string& path, const std::string& bytes)
 {
-    for (char& ch : text)
-        if (ch >= 'A' && ch <= 'Z')
-            ch = static_cast<char>(ch - 'A' + 'a');
-    return text;
+    HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, file) << path;
+    DWORD written = 0;
+    ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    ::CloseHandle(file);
+    ASSERT_EQ(bytes.size(), written) << path;
+}
+
+bool Exists(const std::string& path)
+{
+    return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+namespace
+{
+
+// Everything a run may leave in theApp, back to how a start finds it.
+void ResetApp()
+{
+    theApp.m_pMainWnd = nullptr;
+    theApp.SetInitialValues(); // flags, arrangement, recent lists
+    theApp.safeMode = 0;
+    theApp.m_strProjectDir.Empty();
+    theApp.searchPattern.Empty();
+    theApp.recentFilesDirty = 0;
+    theApp.toolsDirty = 0;
+    theApp.statusBar.Destroy();
+}
+
+} // namespace
+
+void FrameTest::SetUp()
+{
+    static int serial = 0;
+    char buffer[MAX_PATH];
+    ::GetCurrentDirectoryA(MAX_PATH, buffer);
+    m_oldDir = buffer;
+    ::GetTempPathA(MAX_PATH, buffer);
+    m_dir = std::string(buffer) + "kmtest" + std::to_string(::GetCurrentProcessId()) + "-" +
+            std::to_string(++serial);
+    RemoveTree(m_dir);
+    ASSERT_TRUE(::CreateDirectoryA(m_dir.c_str(), nullptr));
+    ASSERT_TRUE(::GetFullPathNameA(m_dir.c_str(), MAX_PATH, buffer, nullptr));
+    m_dir = buffer;
+    ASSERT_TRUE(::SetCurrentDirectoryA(m_dir.c_str()));
+    ResetApp();
+}
+
+void FrameTest::TearDown()
+{
+    EXPECT_LE(m_boxes.Unexpected(), allowedBoxes) << "boxes that came unexpected";
+    CloseFrame();
+    ::SetCurrentDirectoryA(m_oldDir.c_str());
+    RemoveTree(m_dir);
+}
+
+bool FrameTest::Start(const std::string& commandLine)
+{
+    m_commandLine = commandLine;
+    theApp.SetInstance(::GetModuleHandleA(nullptr), nullptr, m_commandLine.c_str(), SW_SHOWNORMAL);
+    const bool result = theApp.InitInstance();
+    m_frame = theApp.Frame();
+    m_frameWnd = m_frame ? m_frame->m_hWnd : nullptr;
+    PumpUntilIdle();
+    return result;
+}
+
+bool FrameTest::CloseFrame()
+{
+    bool ended = false;
+    m_boxes.WhenUnexpected({IDNO, IDCANCEL, IDOK});
+    if (m_frameWnd && ::IsWindow(m_frameWnd)) {
+        ::SendMessageA(m_frameWnd, WM_CLOSE, 0, 0);
+        ended = PumpUntilIdle() && !::IsWindow(m_frameWnd) && !theApp.m_pMainWnd;
+        if (::IsWindow(m_frameWnd))
+            ::DestroyWindow(m_frameWnd);
+        PumpUntilIdle();
+    }
+    m_boxes.WhenUnexpected({IDCANCEL, IDNO, IDOK});
+    m_frame = nullptr;
+    m_frameWnd = nullptr;
+    ResetApp();
+    return ended;
+}
+
+std::string FrameTest::FullLower(const std::string& name) const
+{
+    char full[MAX_PATH];
+    ::GetFullPathNameA(Path(name).c_str(), MAX_PATH, full, nullptr);
+    return Lower(full);
+}
+
+HWND FrameTest::MdiClient() const
+{
+    return m_frameWnd ? ::FindWindowExA(m_frameWnd, nullptr, "MDICLIENT", nullptr) : nullptr;
+}
+
+std::vector<HWND> FrameTest::Children() const
+{
+    std::vector<HWND> children;
+    HWND client = MdiClient();
+    for (HWND wnd = client ? ::GetWindow(client, GW_CHILD) : nullptr; wnd;
+         wnd = ::GetWindow(wnd, GW_HWNDNEXT))
+        if (!::GetWindow(wnd, GW_OWNER))
+            children.push_back(wnd);
+    return children;
+}
+
+std::set<std::string> FrameTest::ChildCaptions() const
+{
+    std::set<std::string> captions;
+    for (HWND child : Children())
+        captions.insert(WindowText(child));
+    return captions;
+}
+
+HWND FrameTest::ChildByCaption(const std::string& caption) const
+{
+    HWND client = MdiClient();
+    return client ? ::FindWindowExA(client, nullptr, nullptr, caption.c_str()) : nullptr;
+}
+
+void FrameTest::Command(UINT id)
+{
+    ::SendMessageA(m_frameWnd, WM_COMMAND, id, 0);
+    PumpUntilIdle();
+}
+
+HMENU FrameTest::OpenPopup(int position)
+{
+    BOOL maximized = FALSE;
+    ::SendMessageA(MdiClient(), WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximized));
+    return OpenPopupAt(position + (maximized ? 1 : 0));
+}
+
+HMENU FrameTest::OpenPopupAt(int shownPosition)
+{
+    HMENU popup = ::GetSubMenu(::GetMenu(m_frameWnd), shownPosition);
+    EXPECT_NE(nullptr, popup) << "no popup at " << shownPosition;
+    ::SendMessageA(m_frameWnd, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup),
+                   MAKELPARAM(shownPosition, 0));
+    return popup;
+}
+
+namespace
+{
+UINT StateOf(HMENU menu, UINT id)
+{
+    const UINT state = ::GetMenuState(menu, id, MF_BYCOMMAND);
+    EXPECT_NE(static_cast<UINT>(-1), state) << "no item " << id;
+    return state == static_cast<UINT>(-1) ? 0 : state;
+}
+} // namespace
+
+bool FrameTest::Grayed(HMENU menu, UINT id)
+{
+    return (StateOf(menu, id) & MF_GRAYED) != 0;
+}
+
+bool FrameTest::Checked(HMENU menu, UINT id)
+{
+    return (StateOf(menu, id) & MF_CHECKED) != 0;
+}
+
+CaretPlace CaretOf(HWND child)
+{
+    HWND edit = ::GetDlgItem(child, IDC_EDIT);
+    DWORD start = 0, end = 0;
+    ::SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                   reinterpret_cast<LPARAM>(&end));
+    const long line = static_cast<long>(::SendMessageA(edit, EM_LINEFROMCHAR, start, 0));
+    const long first = static_cast<long>(::SendMessageA(edit, EM_LINEINDEX, line, 0));
+    return {line, static_cast<long>(start) - first};
 }
 
 } // namespace kmtest

@@ -1,71 +1,127 @@
-// Helpers for the window tests: pumping the message queue and answering the
-// message boxes that the code under test puts up.
+// The kit of the window tests: one pump, one message-box answerer, file
+// helpers, and the frame fixture that starts the application in-process.
 #pragma once
 
 #include <windows.h>
 
+#include <gtest/gtest.h>
+
 #include <deque>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
+
+class CKmFrame;
 
 namespace kmtest
 {
 
-// Dispatches this thread's messages until the queue has stayed empty for
-// settleMs, or limitMs have passed (a fast timer never lets it settle).
-// A WM_QUIT met on the way is posted again for the caller's loop.
-void PumpUntilIdle(DWORD settleMs = 20, DWORD limitMs = 2000);
-
-// Dispatches messages until done() holds or limitMs have passed; whether it held.
+// Runs the program's own loop (keys through PreTranslateMessage) until the
+// queue has stayed empty for settleMs, or limitMs have passed. A WM_QUIT is
+// taken out, since no loop here ends on it; whether one came.
+bool PumpUntilIdle(DWORD settleMs = 20, DWORD limitMs = 2000);
+// The same loop until done() holds or limitMs have passed; whether it held.
 bool PumpUntil(const std::function<bool()>& done, DWORD limitMs = 2000);
 
-// Removes a directory with everything in it, read-only files too.
-void RemoveTree(const std::string& dir);
-
-// An empty directory of this process under the temporary directory, named
-// from stem; its full path, or an empty string if it could not be made.
-std::string FreshTempDir(const char* stem);
-
-// The text with A to Z lower-cased, as window paths are.
-std::string Lower(std::string text);
-
-// While it lives, every dialog of class "#32770" that becomes active on this
-// thread (message boxes above all) is answered with the next queued button
-// id. A box that finds the queue empty gets Enter, its default button, so a
-// test never waits for a person; Unexpected() counts those.
-class MessageBoxAnswerer
+// While it lives, a CBT hook of this thread answers every dialog of class
+// "#32770" that becomes active (message boxes above all): with the next
+// queued button, or, for a box with nothing queued or without the queued
+// button, with the first of the unexpected order that it has, counted as
+// unexpected. The default order refuses: Cancel, else No, else OK.
+class BoxAnswerer
 {
   public:
     struct Box {
-        std::string caption;
-        std::string text; // the message, empty for a dialog without one
-        int pressed;      // the button id sent to it, 0 for Enter
+        std::string caption, text;
+        std::string buttons; // which of OK, Cancel, Yes, No it has: "O", "C", "Y", "N"
+        int pressed;         // the id of the button pressed
+        bool expected;       // whether a queued answer fitted it
     };
 
-    MessageBoxAnswerer();
-    ~MessageBoxAnswerer();
-    MessageBoxAnswerer(const MessageBoxAnswerer&) = delete;
-    MessageBoxAnswerer& operator=(const MessageBoxAnswerer&) = delete;
+    BoxAnswerer();
+    ~BoxAnswerer();
+    BoxAnswerer(const BoxAnswerer&) = delete;
+    BoxAnswerer& operator=(const BoxAnswerer&) = delete;
 
-    // Queues answers: IDYES, IDNO, IDCANCEL, IDOK and the like.
-    void Answer(int buttonId) { m_answers.push_back(buttonId); }
-    void Answer(std::initializer_list<int> buttonIds);
+    void Queue(std::initializer_list<int> buttons) { m_queue.insert(m_queue.end(), buttons); }
+    void WhenUnexpected(std::initializer_list<int> order) { m_order = order; }
+    void Clear();
 
     const std::vector<Box>& Boxes() const { return m_boxes; }
     std::vector<std::string> Texts() const;
-    std::string LastText() const { return m_boxes.empty() ? std::string() : m_boxes.back().text; }
-    size_t Pending() const { return m_answers.size(); }
-    int Unexpected() const { return m_unexpected; }
+    size_t Pending() const { return m_queue.size(); }
+    int Unexpected() const;
 
   private:
-    static LRESULT CALLBACK CbtProc(int code, WPARAM wParam, LPARAM lParam);
-    void Press(HWND dialog);
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
+    void Answer(HWND box);
 
     HHOOK m_hook;
-    std::deque<int> m_answers;
+    std::deque<int> m_queue;
+    std::vector<int> m_order = {IDCANCEL, IDNO, IDOK};
     std::vector<Box> m_boxes;
-    int m_unexpected = 0;
 };
+
+std::string Lower(std::string text);
+std::string WindowText(HWND wnd);
+void RemoveTree(const std::string& dir);
+std::string ReadFileBytes(const std::string& path); // "<missing>" when it can't be read
+void WriteFileBytes(const std::string& path, const std::string& bytes);
+bool Exists(const std::string& path);
+
+// A fresh directory of its own, current while the test runs, and the
+// application ready to start on a command line in it. TearDown closes the
+// frame as a user would (questions answered No) and fails the test for
+// every box that came unexpected before, beyond allowedBoxes.
+class FrameTest : public ::testing::Test
+{
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // theApp.InitInstance on this command line; its result.
+    bool Start(const std::string& commandLine = "-s");
+    // Whether the frame ended on WM_CLOSE and told the loop to quit.
+    bool CloseFrame();
+
+    std::string Path(const std::string& name) const { return m_dir + "\\" + name; }
+    std::string FullLower(const std::string& name) const; // as captions show it
+    void Write(const std::string& name, const std::string& bytes) const
+    {
+        WriteFileBytes(Path(name), bytes);
+    }
+    std::string Read(const std::string& name) const { return ReadFileBytes(Path(name)); }
+
+    HWND MdiClient() const;
+    std::vector<HWND> Children() const; // front first, without icon titles
+    std::set<std::string> ChildCaptions() const;
+    HWND ChildByCaption(const std::string& caption) const;
+    // Sends a command to the frame and pumps.
+    void Command(UINT id);
+    // The popup at a position of the menu without a maximised child's
+    // system menu in front, after the frame has set its states.
+    HMENU OpenPopup(int position);
+    HMENU OpenPopupAt(int shownPosition);
+    static bool Grayed(HMENU menu, UINT id);
+    static bool Checked(HMENU menu, UINT id);
+
+    BoxAnswerer m_boxes;
+    int allowedBoxes = 0;
+    CKmFrame* m_frame = nullptr;
+    HWND m_frameWnd = nullptr;
+    std::string m_dir;
+
+  private:
+    std::string m_commandLine; // theApp keeps only the pointer
+    std::string m_oldDir;
+};
+
+// Zero-based line and column of the caret in an editor window.
+struct CaretPlace {
+    long line, column;
+    bool operator==(const CaretPlace& o) const { return line == o.line && column == o.column; }
+};
+CaretPlace CaretOf(HWND child);
 
 } // namespace kmtest

@@ -2,85 +2,40 @@
 // texts, the clock, Caps and Num, and the state the bars share.
 #include "ui/StatusBar.h"
 #include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
 #include "ui/StatusPanes.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
-#include <string>
-#include <vector>
+
+using kmtest::PumpUntil;
+using kmtest::WindowText;
 
 namespace
 {
 
-const unsigned kMissingId = 4242; // no string has this number
-
-LRESULT CALLBACK ParentProc(HWND wnd, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return ::DefWindowProcA(wnd, message, wParam, lParam);
-}
-
 // One visible top-level window holds the parents of the bars: a top-level
 // window under wine takes seconds to go away, a child doesn't.
-HWND Host()
+HWND CreateParent()
 {
     static HWND host = nullptr;
     if (!host) {
         WNDCLASSA wc = {};
-        wc.lpfnWndProc = ParentProc;
-        wc.hInstance = ::GetModuleHandleA(nullptr);
-        wc.hCursor = ::LoadCursor(nullptr, IDC_ARROW);
+        wc.lpfnWndProc = ::DefWindowProcA;
         wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
         wc.lpszClassName = "StatusBarTestParent";
         ::RegisterClassA(&wc);
         host = ::CreateWindowExA(0, wc.lpszClassName, "Status bar test",
                                  WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 1000, 400, nullptr,
-                                 nullptr, wc.hInstance, nullptr);
+                                 nullptr, nullptr, nullptr);
     }
-    return host;
-}
-
-HWND CreateParent()
-{
     return ::CreateWindowExA(0, "StatusBarTestParent", "", WS_CHILD | WS_VISIBLE, 0, 0, 640, 200,
-                             Host(), nullptr, ::GetModuleHandleA(nullptr), nullptr);
-}
-
-// Dispatches messages until done() holds or the time runs out; whether it held.
-template <typename Done> bool PumpUntil(Done done, DWORD milliseconds)
-{
-    const DWORD start = ::GetTickCount();
-    for (;;) {
-        MSG msg;
-        while (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            ::TranslateMessage(&msg);
-            ::DispatchMessageA(&msg);
-        }
-        if (done())
-            return true;
-        const DWORD spent = ::GetTickCount() - start;
-        if (spent >= milliseconds)
-            return false;
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds - spent, QS_ALLINPUT);
-    }
-}
-
-void Pump(DWORD milliseconds)
-{
-    PumpUntil([] { return false; }, milliseconds);
+                             host, nullptr, nullptr, nullptr);
 }
 
 std::string LoadText(unsigned id)
 {
     char text[128] = "";
     ::LoadStringA(::GetModuleHandleA(nullptr), id, text, sizeof text);
-    return text;
-}
-
-std::string WindowText(HWND wnd)
-{
-    char text[512] = "";
-    ::GetWindowTextA(wnd, text, sizeof text);
     return text;
 }
 
@@ -100,16 +55,11 @@ int Width(const RECT& rc)
     return rc.right - rc.left;
 }
 
-bool HasUpdate(HWND wnd)
-{
-    return ::GetUpdateRect(wnd, nullptr, FALSE) != 0;
-}
-
 void SetLockKey(int key, bool on)
 {
     BYTE keys[256];
     ::GetKeyboardState(keys);
-    keys[key] = on ? (keys[key] | 1) : (keys[key] & ~1);
+    keys[key] = static_cast<BYTE>(on ? keys[key] | 1 : keys[key] & ~1);
     ::SetKeyboardState(keys);
 }
 
@@ -118,15 +68,13 @@ class StatusBarTest : public ::testing::Test
   protected:
     void SetUp() override
     {
-        ASSERT_EQ(CKmStatusBar::BarCount(), 0);
+        ASSERT_EQ(0, CKmStatusBar::BarCount());
         parent = CreateParent();
-        ASSERT_NE(parent, nullptr);
         ASSERT_TRUE(bar.Create(parent));
         RECT client;
         ::GetClientRect(parent, &client);
-        EXPECT_EQ(bar.Resize(client.right, client.bottom), CKmStatusBar::Height());
+        EXPECT_EQ(CKmStatusBar::Height(), bar.Resize(client.right, client.bottom));
     }
-
     void TearDown() override
     {
         bar.Destroy();
@@ -136,33 +84,39 @@ class StatusBarTest : public ::testing::Test
     // The frame's panes in the frame's order, with the program's strings.
     void AddFramePanes()
     {
+        auto toggle = [&](unsigned off, unsigned on) {
+            return bar.AddTogglePane(LoadText(off).c_str(), LoadText(on).c_str());
+        };
         lineCol = bar.AddPositionPane();
         bar.SetNextGap(2);
-        insert = bar.AddTogglePane(LoadText(IDS_PANE_INS).c_str(), LoadText(IDS_PANE_OVR).c_str());
+        insert = toggle(IDS_PANE_INS, IDS_PANE_OVR);
         caps = bar.AddCapsPane(LoadText(IDS_PANE_CAPS).c_str());
         num = bar.AddNumPane(LoadText(IDS_PANE_NUM).c_str());
         align = bar.AddChoicePane(LoadText(IDS_PANE_ALIGN).c_str());
         bar.SetNextGap(2);
-        edit = bar.AddTogglePane(LoadText(IDS_PANE_EDIT).c_str(), LoadText(IDS_PANE_READ).c_str());
-        clean = bar.AddTogglePane(LoadText(IDS_PANE_CLEAN).c_str(),
-                                  LoadText(IDS_PANE_MODIFIED).c_str());
-        autoSave = bar.AddTogglePane(LoadText(IDS_PANE_NOAUTOSAVE).c_str(),
-                                     LoadText(IDS_AUTOSAVE).c_str());
+        edit = toggle(IDS_PANE_EDIT, IDS_PANE_READ);
+        clean = toggle(IDS_PANE_CLEAN, IDS_PANE_MODIFIED);
+        autoSave = toggle(IDS_PANE_NOAUTOSAVE, IDS_AUTOSAVE);
     }
 
-    const RECT& PaneRect(int index)
+    RECT PaneRect(int index)
     {
-        static const RECT none = {0, 0, 0, 0};
         CStatusPane* pane = bar.GetPane(index);
-        EXPECT_NE(pane, nullptr) << "pane " << index;
-        return pane ? pane->m_rcPane : none;
+        EXPECT_NE(nullptr, pane) << "pane " << index;
+        return pane ? pane->m_rcPane : RECT{0, 0, 0, 0};
     }
-
     std::string PaneText(int index)
     {
         CStatusPane* pane = bar.GetPane(index);
-        EXPECT_NE(pane, nullptr) << "pane " << index;
+        EXPECT_NE(nullptr, pane) << "pane " << index;
         return pane ? pane->Text() : std::string();
+    }
+    // Whether a call asks for painting.
+    template <class Call> bool Repaints(Call call)
+    {
+        ::ValidateRect(bar.GetHwnd(), nullptr);
+        call();
+        return ::GetUpdateRect(bar.GetHwnd(), nullptr, FALSE) != 0;
     }
 
     HWND parent = nullptr;
@@ -171,107 +125,77 @@ class StatusBarTest : public ::testing::Test
         autoSave = -1;
 };
 
-TEST_F(StatusBarTest, FramePanesGetTheirIndexesAndGaps)
+TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidths)
 {
     AddFramePanes();
-    EXPECT_EQ(lineCol, 0);
-    EXPECT_EQ(insert, 1);
-    EXPECT_EQ(caps, 2);
-    EXPECT_EQ(num, 3);
-    EXPECT_EQ(align, 4);
-    EXPECT_EQ(edit, 5);
-    EXPECT_EQ(clean, 6);
-    EXPECT_EQ(autoSave, 7);
-
-    EXPECT_EQ(PaneRect(0).left, 10);
-    // SetNextGap(2) puts 15 pixels in front of the insert and edit panes,
+    EXPECT_EQ((std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}),
+              (std::vector<int>{lineCol, insert, caps, num, align, edit, clean, autoSave}));
+    EXPECT_EQ(10, PaneRect(0).left);
+    // SetNextGap(2) puts 15 pixels in front of the insert and edit panes;
     // every other pane stands 5 behind its neighbour.
     const int gaps[8] = {0, 15, 5, 5, 5, 15, 5, 5};
     for (int i = 0; i < 8; ++i) {
-        const RECT& rc = PaneRect(i);
-        EXPECT_EQ(rc.top, 3) << "pane " << i;
-        EXPECT_EQ(rc.bottom, CKmStatusBar::Height() - 2) << "pane " << i;
+        SCOPED_TRACE(i);
+        const RECT rc = PaneRect(i), text = bar.GetPane(i)->m_rcText;
+        EXPECT_EQ(3, rc.top);
+        EXPECT_EQ(CKmStatusBar::Height() - 2, rc.bottom);
         if (i > 0) {
-            EXPECT_EQ(rc.left, PaneRect(i - 1).right + gaps[i]) << "pane " << i;
+            EXPECT_EQ(PaneRect(i - 1).right + gaps[i], rc.left);
         }
-        const RECT& text = bar.GetPane(i)->m_rcText;
-        EXPECT_EQ(text.left, rc.left + 1);
-        EXPECT_EQ(text.top, rc.top + 1);
+        EXPECT_EQ(rc.left + 1, text.left);
+        EXPECT_EQ(rc.top + 1, text.top);
     }
-}
-
-TEST_F(StatusBarTest, PanesAreAsWideAsTheirWidestText)
-{
-    AddFramePanes();
-    // Toggles: the wider of the two texts, whichever state shows.
-    EXPECT_EQ(Width(PaneRect(clean)), BarFontWidth("Modified") + 1);
-    EXPECT_EQ(Width(PaneRect(autoSave)), BarFontWidth("Auto-save") + 1);
-    EXPECT_EQ(Width(PaneRect(caps)), BarFontWidth("Caps") + 1);
-    // Choices: the widest part of the list.
-    EXPECT_EQ(Width(PaneRect(align)), BarFontWidth("Indent") + 1);
+    // As wide as the widest text: of a toggle's two, whichever shows, and
+    // of a choice's list.
+    EXPECT_EQ(BarFontWidth("Modified") + 1, Width(PaneRect(clean)));
+    EXPECT_EQ(BarFontWidth("Auto-save") + 1, Width(PaneRect(autoSave)));
+    EXPECT_EQ(BarFontWidth("Caps") + 1, Width(PaneRect(caps)));
+    EXPECT_EQ(BarFontWidth("Indent") + 1, Width(PaneRect(align)));
     // The position pane is measured in the window's own font, not the bar's.
     EXPECT_GT(Width(PaneRect(lineCol)), BarFontWidth("1234567 : 1"));
 }
 
-TEST_F(StatusBarTest, ElevenPanesAtMost)
+TEST_F(StatusBarTest, ElevenPanesAtMostAndGapsInFives)
 {
-    for (int i = 0; i < 11; ++i)
-        EXPECT_EQ(bar.AddTogglePane("a", "b"), i);
-    EXPECT_EQ(bar.AddTogglePane("a", "b"), -1);
-    EXPECT_EQ(bar.AddPositionPane(), -1);
-    EXPECT_EQ(bar.AddChoicePane("x,y"), -1);
-    EXPECT_EQ(bar.AddCapsPane("Caps"), -1);
-    EXPECT_EQ(bar.m_nPanes, 11);
+    const int gaps[] = {0, -1, 0, 4, 0}; // SetNextGap before each pane
+    const int expected[] = {0, 5, 5, 25, 5};
+    for (int i = 0; i < 11; ++i) {
+        if (i < 5)
+            bar.SetNextGap(gaps[i]);
+        EXPECT_EQ(i, bar.AddTogglePane("a", "b"));
+        if (i > 0 && i < 5) {
+            EXPECT_EQ(expected[i], PaneRect(i).left - PaneRect(i - 1).right) << i;
+        }
+    }
+    EXPECT_EQ(-1, bar.AddTogglePane("a", "b"));
+    EXPECT_EQ(-1, bar.AddPositionPane());
+    EXPECT_EQ(-1, bar.AddChoicePane("x,y"));
+    EXPECT_EQ(-1, bar.AddCapsPane("Caps"));
+    EXPECT_EQ(11, bar.m_nPanes);
 }
 
-TEST_F(StatusBarTest, NextGapCountsInFivesAndIgnoresNegatives)
-{
-    bar.AddTogglePane("a", "b");
-    bar.SetNextGap(-1);
-    bar.AddTogglePane("a", "b");
-    bar.SetNextGap(0);
-    bar.AddTogglePane("a", "b");
-    bar.SetNextGap(4);
-    bar.AddTogglePane("a", "b");
-    bar.AddTogglePane("a", "b");
-    EXPECT_EQ(PaneRect(1).left - PaneRect(0).right, 5);
-    EXPECT_EQ(PaneRect(2).left - PaneRect(1).right, 5);
-    EXPECT_EQ(PaneRect(3).left - PaneRect(2).right, 25);
-    EXPECT_EQ(PaneRect(4).left - PaneRect(3).right, 5);
-}
-
-TEST_F(StatusBarTest, TextFromTheStringTable)
+TEST_F(StatusBarTest, TextsFromTheStringTableAndTimedTexts)
 {
     bar.SetTextId(IDS_IDLE, 0);
     EXPECT_TRUE(bar.m_bTextShown);
     EXPECT_FALSE(LoadText(IDS_IDLE).empty());
-    EXPECT_EQ(WindowText(bar.GetHwnd()), LoadText(IDS_IDLE));
-
-    bar.SetTextId(kMissingId, 0);
-    EXPECT_EQ(WindowText(bar.GetHwnd()), "No resource string 4242");
-
+    EXPECT_EQ(LoadText(IDS_IDLE), WindowText(bar.GetHwnd()));
+    bar.SetTextId(4242, 0);
+    EXPECT_EQ("No resource string 4242", WindowText(bar.GetHwnd()));
     bar.SetTextId(0, 0);
     EXPECT_FALSE(bar.m_bTextShown);
-    EXPECT_EQ(WindowText(bar.GetHwnd()), "");
-}
+    EXPECT_EQ("", WindowText(bar.GetHwnd()));
 
-TEST_F(StatusBarTest, TimedTextGoesAwayAfterItsTime)
-{
-    const DWORD start = ::GetTickCount();
     bar.SetText("Saved", 1);
     EXPECT_TRUE(bar.m_bTextShown);
     ASSERT_TRUE(PumpUntil([&] { return !bar.m_bTextShown; }, 3000));
-    EXPECT_GE(::GetTickCount() - start, 900u);
-    EXPECT_EQ(WindowText(bar.GetHwnd()), "");
-}
+    EXPECT_EQ("", WindowText(bar.GetHwnd()));
 
-TEST_F(StatusBarTest, UntimedTextStopsARunningTimer)
-{
-    bar.SetText("Saved", 1);
+    bar.SetText("Saved", 1); // an untimed text stops the running timer
     bar.SetText("Stays", 0);
-    Pump(1500);
+    PumpUntil([] { return false; }, 1500);
     EXPECT_TRUE(bar.m_bTextShown);
-    EXPECT_EQ(WindowText(bar.GetHwnd()), "Stays");
+    EXPECT_EQ("Stays", WindowText(bar.GetHwnd()));
 }
 
 // Renders the bar's client area into a bitmap, through WM_PRINTCLIENT.
@@ -300,176 +224,120 @@ std::vector<DWORD> Render(HWND wnd)
     return copy;
 }
 
-TEST_F(StatusBarTest, LongTextIsCutAt127Characters)
+TEST_F(StatusBarTest, LongTextIsKeptWholeAndPaintedTo127Characters)
 {
     std::string text;
     for (int i = 0; i < 200; ++i)
         text += static_cast<char>('a' + i % 26);
-    // Wide enough for every character of it.
-    bar.Resize(BarFontWidth(text) + 40, 300);
-
+    bar.Resize(BarFontWidth(text) + 40, 300); // wide enough for every character
     bar.SetText(text.c_str(), 0);
-    EXPECT_EQ(WindowText(bar.GetHwnd()), text); // kept whole, cut when painted
+    EXPECT_EQ(text, WindowText(bar.GetHwnd()));
     const std::vector<DWORD> whole = Render(bar.GetHwnd());
     bar.SetText(text.substr(0, 127).c_str(), 0);
-    const std::vector<DWORD> cut = Render(bar.GetHwnd());
+    EXPECT_TRUE(whole == Render(bar.GetHwnd()));
     bar.SetText(text.substr(0, 126).c_str(), 0);
-    const std::vector<DWORD> shorter = Render(bar.GetHwnd());
-    EXPECT_TRUE(whole == cut);
-    EXPECT_FALSE(whole == shorter);
+    EXPECT_FALSE(whole == Render(bar.GetHwnd()));
 }
 
-TEST_F(StatusBarTest, ChoiceIgnoresAnIndexOutOfRange)
+TEST_F(StatusBarTest, ChoicesTogglesAndPositionsShowTheirTexts)
 {
     AddFramePanes();
-    EXPECT_EQ(PaneText(align), " ");
-    bar.SetPaneChoice(align, 2);
-    EXPECT_EQ(PaneText(align), "Indent");
-    bar.SetPaneChoice(align, 3);
-    EXPECT_EQ(PaneText(align), "Indent");
-    bar.SetPaneChoice(align, -1);
-    EXPECT_EQ(PaneText(align), "Indent");
-    bar.SetPaneChoice(align, 1);
-    EXPECT_EQ(PaneText(align), "Align");
-
-    ::ValidateRect(bar.GetHwnd(), nullptr);
-    bar.SetPaneChoice(align, 1);
-    EXPECT_FALSE(HasUpdate(bar.GetHwnd()));
-    bar.SetPaneChoice(align, 0);
-    EXPECT_TRUE(HasUpdate(bar.GetHwnd()));
-
+    EXPECT_EQ(" ", PaneText(align));
+    EXPECT_EQ(" ", PaneText(autoSave)); // off at the start
+    const struct {
+        int choice;
+        const char* shown;
+    } choices[] = {
+        {2, "Indent"}, {3, "Indent"}, {-1, "Indent"}, {1, "Align"}}; // out of range: kept
+    for (const auto& row : choices) {
+        bar.SetPaneChoice(align, row.choice);
+        EXPECT_EQ(row.shown, PaneText(align)) << row.choice;
+    }
+    EXPECT_FALSE(Repaints([&] { bar.SetPaneChoice(align, 1); }));
+    EXPECT_TRUE(Repaints([&] { bar.SetPaneChoice(align, 0); }));
     // Calls for other kinds of pane or bad indexes change nothing.
     bar.SetPaneState(align, true);
     bar.SetPaneChoice(insert, 1);
     bar.SetPaneChoice(42, 1);
-    EXPECT_EQ(PaneText(align), " ");
-    EXPECT_EQ(PaneText(insert), "Ins");
-}
+    EXPECT_EQ(" ", PaneText(align));
+    EXPECT_EQ("Ins", PaneText(insert));
 
-TEST_F(StatusBarTest, EmptyChoiceListHasNoChoices)
-{
-    const int index = bar.AddChoicePane("");
-    ASSERT_GE(index, 0);
-    EXPECT_EQ(PaneText(index), "");
-    bar.SetPaneChoice(index, 0);
-    EXPECT_EQ(PaneText(index), "");
-    const int inner = bar.AddChoicePane("a,,b");
+    const int empty = bar.AddChoicePane(""), inner = bar.AddChoicePane("a,,b");
+    bar.SetPaneChoice(empty, 0);
+    EXPECT_EQ("", PaneText(empty));
     bar.SetPaneChoice(inner, 2);
-    EXPECT_EQ(PaneText(inner), "b");
+    EXPECT_EQ("b", PaneText(inner));
     bar.SetPaneChoice(inner, 1);
-    EXPECT_EQ(PaneText(inner), "");
-}
+    EXPECT_EQ("", PaneText(inner));
 
-TEST_F(StatusBarTest, PositionPaneShowsLineAndColumn)
-{
-    AddFramePanes();
-    EXPECT_EQ(PaneText(lineCol), "0 : 0");
-    bar.SetPanePosition(lineCol, 1234567, 1234);
-    EXPECT_EQ(PaneText(lineCol), "1234567 : 1234");
-    // A minimised child reports -1 and 0.
-    bar.SetPanePosition(lineCol, -1, 0);
-    EXPECT_EQ(PaneText(lineCol), "-1 : 0");
-
-    ::ValidateRect(bar.GetHwnd(), nullptr);
-    bar.SetPanePosition(lineCol, -1, 0);
-    EXPECT_FALSE(HasUpdate(bar.GetHwnd()));
-    bar.SetPanePosition(lineCol, -1, 1);
-    EXPECT_TRUE(HasUpdate(bar.GetHwnd()));
-    ::ValidateRect(bar.GetHwnd(), nullptr);
-    bar.SetPanePosition(lineCol, 2, 1);
-    EXPECT_TRUE(HasUpdate(bar.GetHwnd()));
-}
-
-TEST_F(StatusBarTest, TogglesSwitchBetweenTheirTexts)
-{
-    AddFramePanes();
-    EXPECT_EQ(PaneText(edit), "Edit");
+    EXPECT_EQ("Edit", PaneText(edit));
     bar.SetPaneState(edit, true);
-    EXPECT_EQ(PaneText(edit), "Read");
-    bar.TogglePane(edit);
-    EXPECT_EQ(PaneText(edit), "Edit");
-    bar.TogglePane(edit);
-    EXPECT_EQ(PaneText(edit), "Read");
+    EXPECT_EQ("Read", PaneText(edit));
+    for (const char* shown : {"Edit", "Read"}) {
+        bar.TogglePane(edit);
+        EXPECT_EQ(shown, PaneText(edit));
+    }
     bar.SetPaneState(edit, false);
-    EXPECT_EQ(PaneText(edit), "Edit");
-    EXPECT_EQ(PaneText(autoSave), " "); // off at the start
+    EXPECT_EQ("Edit", PaneText(edit));
+
+    EXPECT_EQ("0 : 0", PaneText(lineCol));
+    bar.SetPanePosition(lineCol, 1234567, 1234);
+    EXPECT_EQ("1234567 : 1234", PaneText(lineCol));
+    bar.SetPanePosition(lineCol, -1, 0); // a minimised child
+    EXPECT_EQ("-1 : 0", PaneText(lineCol));
+    EXPECT_FALSE(Repaints([&] { bar.SetPanePosition(lineCol, -1, 0); }));
+    EXPECT_TRUE(Repaints([&] { bar.SetPanePosition(lineCol, -1, 1); }));
+    EXPECT_TRUE(Repaints([&] { bar.SetPanePosition(lineCol, 2, 1); }));
 }
 
-TEST_F(StatusBarTest, CapsAndNumFollowTheKeysOnRefresh)
+TEST_F(StatusBarTest, CapsAndNumFollowTheKeysOnRefreshAndThroughTheHook)
 {
     SetLockKey(VK_CAPITAL, true);
     SetLockKey(VK_NUMLOCK, false);
     AddFramePanes();
-    EXPECT_EQ(PaneText(caps), "Caps");
-    EXPECT_EQ(PaneText(num), "");
-
+    EXPECT_EQ("Caps", PaneText(caps));
+    EXPECT_EQ("", PaneText(num));
     SetLockKey(VK_CAPITAL, false);
     SetLockKey(VK_NUMLOCK, true);
-    EXPECT_EQ(PaneText(caps), "Caps"); // unchanged until asked
+    EXPECT_EQ("Caps", PaneText(caps)); // unchanged until asked
     bar.RefreshLocks();
-    EXPECT_EQ(PaneText(caps), "");
-    EXPECT_EQ(PaneText(num), "Num");
-
+    EXPECT_EQ("", PaneText(caps));
+    EXPECT_EQ("Num", PaneText(num));
     SetLockKey(VK_NUMLOCK, false);
     bar.RefreshLocks();
-    EXPECT_EQ(PaneText(num), "");
+    EXPECT_EQ("", PaneText(num));
+    EXPECT_EQ(caps, bar.AddCapsPane("CAPS")); // no second one
+    EXPECT_EQ(num, bar.AddNumPane("NUM"));
+    EXPECT_EQ(8, bar.m_nPanes);
 
-    // A second Caps pane is not added.
-    EXPECT_EQ(bar.AddCapsPane("CAPS"), caps);
-    EXPECT_EQ(bar.AddNumPane("NUM"), num);
-    EXPECT_EQ(bar.m_nPanes, 8);
-}
-
-void PressKey(WORD key)
-{
+    ::SetForegroundWindow(::GetParent(parent));
+    ::SetFocus(parent);
     INPUT input[2] = {};
     input[0].type = input[1].type = INPUT_KEYBOARD;
-    input[0].ki.wVk = input[1].ki.wVk = key;
+    input[0].ki.wVk = input[1].ki.wVk = VK_CAPITAL;
     input[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    ::SendInput(2, input, sizeof(INPUT));
+    for (const char* shown : {"Caps", ""}) {
+        ::SendInput(2, input, sizeof(INPUT));
+        EXPECT_TRUE(PumpUntil([&] { return PaneText(caps) == shown; })) << shown;
+    }
 }
 
-TEST_F(StatusBarTest, KeyboardHookFollowsCapsLock)
+TEST(ClockFormat, TwelveAndTwentyFourHourFormsWithTheirSeparatorsAndSuffixes)
 {
-    AddFramePanes();
-    ::SetForegroundWindow(Host());
-    ::SetFocus(parent);
-    const bool before = (::GetKeyState(VK_CAPITAL) & 1) != 0;
-    EXPECT_EQ(PaneText(caps), before ? "Caps" : "");
-    PressKey(VK_CAPITAL);
-    const bool turned = PumpUntil([&] { return PaneText(caps) == (before ? "" : "Caps"); }, 2000);
-    PressKey(VK_CAPITAL);
-    EXPECT_TRUE(turned);
-    EXPECT_TRUE(PumpUntil([&] { return PaneText(caps) == (before ? "Caps" : ""); }, 2000));
-}
-
-TEST(ClockFormat, TwelveHourForm)
-{
-    CClockPane clock(":", 0, "am", "pm");
-    EXPECT_EQ(clock.FormatTime(12, 5), "12:05 pm");
-    EXPECT_EQ(clock.FormatTime(0, 5), "12:05 am");
-    EXPECT_EQ(clock.FormatTime(11, 59), "11:59 am");
-    EXPECT_EQ(clock.FormatTime(13, 0), "1:00 pm");
-    EXPECT_EQ(clock.FormatTime(23, 59), "11:59 pm");
-}
-
-TEST(ClockFormat, TwentyFourHourForm)
-{
-    CClockPane clock(":", 1, "am", "pm");
-    EXPECT_EQ(clock.FormatTime(0, 5), "0:05");
-    EXPECT_EQ(clock.FormatTime(12, 5), "12:05");
-    EXPECT_EQ(clock.FormatTime(23, 59), "23:59");
-}
-
-TEST(ClockFormat, SeparatorAndSuffixesAsConfigured)
-{
-    CClockPane empty(".", 0, "", "PM");
-    EXPECT_EQ(empty.FormatTime(9, 30), "9.30 "); // the blank stays
-    EXPECT_EQ(empty.FormatTime(21, 30), "9.30 PM");
-    // One character of separator, four of each suffix.
-    CClockPane longer("::", 0, "morning", "evening");
-    EXPECT_EQ(longer.FormatTime(8, 1), "8:01 morn");
-    EXPECT_EQ(longer.FormatTime(20, 1), "8:01 even");
+    const CClockPane twelve(":", 0, "am", "pm"), full(":", 1, "am", "pm");
+    const CClockPane blank(".", 0, "", "PM"), longer("::", 0, "morning", "evening");
+    const struct {
+        const CClockPane& clock;
+        int hour, minute;
+        const char* shown;
+    } rows[] = {
+        {twelve, 12, 5, "12:05 pm"}, {twelve, 0, 5, "12:05 am"},   {twelve, 11, 59, "11:59 am"},
+        {twelve, 13, 0, "1:00 pm"},  {twelve, 23, 59, "11:59 pm"}, {full, 0, 5, "0:05"},
+        {full, 12, 5, "12:05"},      {full, 23, 59, "23:59"},      {blank, 9, 30, "9.30 "},
+        {blank, 21, 30, "9.30 PM"},  {longer, 8, 1, "8:01 morn"},  {longer, 20, 1, "8:01 even"},
+    };
+    for (const auto& row : rows) // one character of separator, four of each suffix
+        EXPECT_EQ(row.shown, row.clock.FormatTime(row.hour, row.minute)) << row.shown;
 }
 
 TEST_F(StatusBarTest, ClockKeepsItsRightMarginAndThePanes)
@@ -478,115 +346,87 @@ TEST_F(StatusBarTest, ClockKeepsItsRightMarginAndThePanes)
     std::vector<RECT> before;
     for (int i = 0; i < 8; ++i)
         before.push_back(PaneRect(i));
-
     bar.ShowClock();
-    ASSERT_NE(bar.m_pClock, nullptr);
-    EXPECT_EQ(CKmStatusBar::ClockCount(), 1);
+    bar.ShowClock(); // a second clock is not made
+    ASSERT_NE(nullptr, bar.m_pClock);
+    EXPECT_EQ(1, CKmStatusBar::ClockCount());
     RECT client;
     ::GetClientRect(bar.GetHwnd(), &client);
     const RECT first = bar.m_pClock->m_rcPane;
-    EXPECT_EQ(first.right, client.right - 10);
-    EXPECT_EQ(first.top, 3);
-    EXPECT_EQ(first.bottom, CKmStatusBar::Height() - 2);
+    EXPECT_EQ(client.right - 10, first.right);
+    EXPECT_EQ(3, first.top);
+    EXPECT_EQ(CKmStatusBar::Height() - 2, first.bottom);
     EXPECT_GE(Width(first), BarFontWidth("23:59"));
-
-    bar.ShowClock(); // a second clock is not made
-    EXPECT_EQ(CKmStatusBar::ClockCount(), 1);
-
-    bar.Resize(900, 300);
-    EXPECT_EQ(bar.m_pClock->m_rcPane.right, 890);
-    EXPECT_EQ(Width(bar.m_pClock->m_rcPane), Width(first));
-    bar.Resize(500, 300);
-    EXPECT_EQ(bar.m_pClock->m_rcPane.right, 490);
-
-    bar.HideClock();
-    EXPECT_EQ(bar.m_pClock, nullptr);
-    EXPECT_EQ(CKmStatusBar::ClockCount(), 0);
-    bar.ShowClock();
-    EXPECT_EQ(bar.m_pClock->m_rcPane.right, 490);
-    for (int i = 0; i < 8; ++i) {
-        EXPECT_TRUE(::EqualRect(&before[i], &PaneRect(i))) << "pane " << i;
+    for (int width : {900, 500}) {
+        bar.Resize(width, 300);
+        EXPECT_EQ(width - 10, bar.m_pClock->m_rcPane.right);
+        EXPECT_EQ(Width(first), Width(bar.m_pClock->m_rcPane));
     }
-}
-
-TEST(StatusBarLife, DestroyWithoutAWindowFails)
-{
-    CKmStatusBar bar;
-    EXPECT_FALSE(bar.Exists());
-    EXPECT_FALSE(bar.Destroy());
-    EXPECT_EQ(bar.Resize(100, 100), 0);
-    bar.SetText("nothing", 5); // does nothing without a window
-    EXPECT_FALSE(bar.m_bTextShown);
-    EXPECT_EQ(bar.AddPositionPane(), -1);
+    bar.HideClock();
+    EXPECT_EQ(nullptr, bar.m_pClock);
+    EXPECT_EQ(0, CKmStatusBar::ClockCount());
+    bar.ShowClock();
+    EXPECT_EQ(490, bar.m_pClock->m_rcPane.right);
+    for (int i = 0; i < 8; ++i) {
+        const RECT now = PaneRect(i);
+        EXPECT_TRUE(::EqualRect(&before[i], &now)) << "pane " << i;
+    }
 }
 
 TEST(StatusBarLife, BarsShareTheirStateAndTheLastFreesIt)
 {
-    ASSERT_EQ(CKmStatusBar::BarCount(), 0);
-    HWND first = CreateParent();
-    HWND second = CreateParent();
-    auto one = std::make_unique<CKmStatusBar>();
-    auto two = std::make_unique<CKmStatusBar>();
+    auto one = std::make_unique<CKmStatusBar>(), two = std::make_unique<CKmStatusBar>();
+    EXPECT_FALSE(one->Destroy()); // without a window nothing works
+    EXPECT_EQ(0, one->Resize(100, 100));
+    one->SetText("nothing", 5);
+    EXPECT_FALSE(one->m_bTextShown);
+    EXPECT_EQ(-1, one->AddPositionPane());
+
+    ASSERT_EQ(0, CKmStatusBar::BarCount());
+    HWND first = CreateParent(), second = CreateParent();
     ASSERT_TRUE(one->Create(first));
     const HFONT font = CKmStatusBar::Font();
-    ASSERT_NE(font, nullptr);
-    EXPECT_TRUE(CKmStatusBar::HookSet());
-    const int height = CKmStatusBar::Height();
-    EXPECT_GT(height, 9);
     const HPEN shadow = CKmStatusBar::ShadowPen();
-
+    const int height = CKmStatusBar::Height();
+    ASSERT_NE(nullptr, font);
+    EXPECT_TRUE(CKmStatusBar::HookSet());
+    EXPECT_GT(height, 9);
     ASSERT_TRUE(two->Create(second));
-    EXPECT_EQ(CKmStatusBar::BarCount(), 2);
-    EXPECT_EQ(CKmStatusBar::Font(), font);
-    EXPECT_EQ(two->Resize(300, 200), height);
+    EXPECT_EQ(2, CKmStatusBar::BarCount());
+    EXPECT_EQ(font, CKmStatusBar::Font());
+    EXPECT_EQ(height, two->Resize(300, 200));
     one->ShowClock();
     two->ShowClock();
-    EXPECT_EQ(CKmStatusBar::ClockCount(), 2);
+    EXPECT_EQ(2, CKmStatusBar::ClockCount());
 
     EXPECT_TRUE(one->Destroy());
     EXPECT_FALSE(one->Exists());
     EXPECT_FALSE(::IsWindow(one->GetHwnd()));
-    EXPECT_EQ(CKmStatusBar::BarCount(), 1);
-    EXPECT_EQ(CKmStatusBar::ClockCount(), 1);
-    EXPECT_EQ(::GetObjectType(font), static_cast<DWORD>(OBJ_FONT));
+    EXPECT_EQ(1, CKmStatusBar::BarCount());
+    EXPECT_EQ(1, CKmStatusBar::ClockCount());
+    EXPECT_EQ(static_cast<DWORD>(OBJ_FONT), ::GetObjectType(font));
     EXPECT_TRUE(CKmStatusBar::HookSet());
     EXPECT_FALSE(one->Destroy());
 
-    HWND wnd = two->GetHwnd();
+    // A bar whose window goes by itself notices it.
+    two->SetText("gone soon", 1);
+    ::DestroyWindow(second);
+    EXPECT_TRUE(two->m_bDestroyed);
+    two->SetText("nobody sees this", 0);
+    two->SetPanePosition(0, 5, 5);
     EXPECT_TRUE(two->Destroy());
-    EXPECT_FALSE(::IsWindow(wnd));
-    EXPECT_EQ(CKmStatusBar::BarCount(), 0);
-    EXPECT_EQ(CKmStatusBar::ClockCount(), 0);
-    EXPECT_EQ(CKmStatusBar::Font(), nullptr);
-    EXPECT_EQ(::GetObjectType(font), 0u);
-    EXPECT_EQ(::GetObjectType(shadow), 0u);
+    EXPECT_EQ(0, CKmStatusBar::BarCount());
+    EXPECT_EQ(0, CKmStatusBar::ClockCount());
+    EXPECT_EQ(nullptr, CKmStatusBar::Font());
+    EXPECT_EQ(0u, ::GetObjectType(font));
+    EXPECT_EQ(0u, ::GetObjectType(shadow));
     EXPECT_FALSE(CKmStatusBar::HookSet());
 
-    // A new first bar builds them again.
-    ASSERT_TRUE(one->Create(first));
-    EXPECT_NE(CKmStatusBar::Font(), nullptr);
-    EXPECT_EQ(CKmStatusBar::Height(), height);
+    ASSERT_TRUE(one->Create(first)); // a new first bar builds them again
+    EXPECT_NE(nullptr, CKmStatusBar::Font());
+    EXPECT_EQ(height, CKmStatusBar::Height());
     EXPECT_TRUE(one->Destroy());
     ::DestroyWindow(first);
-    ::DestroyWindow(second);
-}
-
-TEST(StatusBarLife, WindowGoingByItselfIsNoticed)
-{
-    HWND parent = CreateParent();
-    CKmStatusBar bar;
-    ASSERT_TRUE(bar.Create(parent));
-    bar.AddPositionPane();
-    bar.ShowClock();
-    bar.SetText("gone soon", 1);
-    ::DestroyWindow(parent);
-    EXPECT_TRUE(bar.m_bDestroyed);
-    bar.SetText("nobody sees this", 0);
-    bar.SetPanePosition(0, 5, 5);
-    EXPECT_TRUE(bar.Destroy());
-    EXPECT_EQ(CKmStatusBar::BarCount(), 0);
-    EXPECT_EQ(CKmStatusBar::ClockCount(), 0);
-    EXPECT_FALSE(CKmStatusBar::HookSet());
 }
 
 } // namespace

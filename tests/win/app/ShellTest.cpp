@@ -1,0 +1,749 @@
+// The frame and its children under the program's own loop: keys to
+// commands, the two menus, popup item states, routing between child, frame
+// and subsystems, arranging and closing, and what the status bar shows.
+#include "app/KmApp.h"
+#include "app/KmChild.h"
+#include "app/KmFrame.h"
+#include "app/MenuRules.h"
+#include "app/Settings.h"
+#include "edit/KmFileEdit.h"
+#include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
+#include "ui/StatusPanes.h"
+
+using namespace kmtest;
+
+namespace
+{
+
+// A window that can't do much: the base class's rules as they stand.
+class CPlainChild : public CKmChild
+{
+  public:
+    CPlainChild() : CKmChild(CF_HSCROLL) {}
+};
+
+// Takes every command and keeps the ids in the order they came; also takes
+// a registered message, and has an entry for one never registered.
+const UINT g_testMessage = ::RegisterWindowMessageA("KmShellTestMessage");
+const UINT g_neverRegistered = 0;
+
+class CRecordingChild : public CKmChild
+{
+  public:
+    CRecordingChild() : CKmChild(0) {}
+    std::vector<UINT> ids;
+    std::vector<LPARAM> registered;
+
+  protected:
+    void OnAnyCommand(UINT id) { ids.push_back(id); }
+    LRESULT OnRegistered(WPARAM wParam, LPARAM lParam)
+    {
+        registered.insert(registered.end(), {static_cast<LPARAM>(wParam), lParam});
+        return 42;
+    }
+    LRESULT OnNeverRegistered(WPARAM, LPARAM) { return registered.push_back(-1), 0; }
+    DECLARE_MESSAGE_MAP()
+};
+
+// clang-format off
+BEGIN_MESSAGE_MAP(CRecordingChild, CKmChild)
+    ON_REGISTERED_MESSAGE(&g_neverRegistered, OnNeverRegistered)
+    ON_COMMAND_RANGE(1, 0xEFFF, OnAnyCommand)
+    ON_REGISTERED_MESSAGE(&g_testMessage, OnRegistered)
+END_MESSAGE_MAP()
+// clang-format on
+
+// Handles one command that the frame handles too; may refuse to close.
+class CShadowChild : public CKmChild
+{
+  public:
+    CShadowChild() : CKmChild(0) {}
+    int cascades = 0;
+    bool refuse = false;
+
+  protected:
+    void OnCascade() { ++cascades; }
+    LRESULT OnQueryEndSession(WPARAM, LPARAM) { return refuse ? 0 : 1; }
+    DECLARE_MESSAGE_MAP()
+};
+
+// clang-format off
+BEGIN_MESSAGE_MAP(CShadowChild, CKmChild)
+    ON_COMMAND(ID_WINDOW_CASCADE, OnCascade)
+    ON_MESSAGE(WM_QUERYENDSESSION, OnQueryEndSession)
+END_MESSAGE_MAP()
+// clang-format on
+
+std::string MenuText(HMENU menu, int position)
+{
+    char text[MAX_PATH * 2] = "";
+    ::GetMenuStringA(menu, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
+    return text;
+}
+
+RECT Place(HWND wnd, HWND in)
+{
+    RECT rect;
+    ::GetWindowRect(wnd, &rect);
+    ::MapWindowPoints(nullptr, in, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+class ShellTest : public FrameTest
+{
+  protected:
+    void SetUp() override
+    {
+        FrameTest::SetUp();
+        ASSERT_TRUE(Start(m_commandLine));
+    }
+
+    static bool PositionGrayed(HMENU menu, int at)
+    {
+        return ::GetMenuState(menu, at, MF_BYPOSITION) & MF_GRAYED;
+    }
+    static std::string PaneText(int index) { return theApp.statusBar.GetPane(index)->Text(); }
+    static std::string BarText()
+    {
+        return theApp.statusBar.m_bTextShown ? WindowText(theApp.statusBar.GetHwnd()) : "";
+    }
+
+    template <class T> T* MakeChild(const char* title, bool maximized = false)
+    {
+        T* child = new T;
+        const char* cls =
+            KmRegisterWndClass(CS_HREDRAW | CS_VREDRAW, ::LoadCursorA(nullptr, IDC_ARROW),
+                               reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1));
+        if (!child->Create(cls, title, WS_VISIBLE | (maximized ? WS_MAXIMIZE : 0), kRectDefault,
+                           m_frame)) {
+            ADD_FAILURE() << "no child " << title;
+            if (!child->m_hWnd)
+                delete child;
+            return nullptr;
+        }
+        PumpUntilIdle();
+        return child;
+    }
+
+    // A new editor window in front, with the control's handle.
+    CKmFileEdit* NewEditor(HWND* edit)
+    {
+        Command(ID_FILE_NEW);
+        CKmChild* active = m_frame->m_pActiveChild;
+        EXPECT_TRUE(active && active->IsKindOf(RUNTIME_CLASS(CKmFileEdit)));
+        CKmFileEdit* editor = static_cast<CKmFileEdit*>(active);
+        *edit = editor ? editor->Edit().m_hWnd : nullptr;
+        return editor;
+    }
+
+    // A key pressed and let go with the modifiers held, as the loop sees it,
+    // posted to the window with the focus.
+    void PressKey(BYTE key, bool control, bool shift)
+    {
+        BYTE state[256] = {};
+        state[VK_CONTROL] = state[VK_LCONTROL] = control ? 0x80 : 0;
+        state[VK_SHIFT] = state[VK_LSHIFT] = shift ? 0x80 : 0;
+        state[key] = 0x80;
+        ::SetKeyboardState(state);
+        HWND target = ::GetFocus() ? ::GetFocus() : m_frameWnd;
+        const UINT scan = ::MapVirtualKeyA(key, 0);
+        ::PostMessageA(target, WM_KEYDOWN, key, 1 | (scan << 16));
+        PumpUntilIdle();
+        state[key] = 0;
+        ::SetKeyboardState(state);
+        ::PostMessageA(target, WM_KEYUP, key, 1 | (scan << 16) | 0xC0000000);
+        PumpUntilIdle();
+        memset(state, 0, sizeof state);
+        ::SetKeyboardState(state);
+    }
+
+    std::string m_commandLine = "-s";
+};
+
+// --- keys
+
+// The program's table of keys, entry by entry: key, Ctrl and Shift held, command.
+const struct Accel {
+    BYTE key;
+    const char* held;
+    UINT id;
+} kAccels[] = {
+    // clang-format off
+    {'A', "C", ID_EDIT_SHIFTRIGHT}, {'A', "CS", ID_EDIT_TRANSPOSE}, {'B', "C", ID_EDIT_MOVEBACKSTART},
+    {'B', "CS", ID_EDIT_SELBACKSTART}, {'C', "C", ID_EDIT_COPY},
+    {'C', "CS", ID_EDIT_COPYAPPEND}, {'E', "C", ID_EDIT_MOVEFWDEND}, {'E', "CS", ID_EDIT_SELFWDEND},
+    {'F', "C", ID_EDIT_MOVEFWDSTART}, {'F', "CS", ID_EDIT_SELFWDSTART},
+    {'G', "C", ID_SEARCH_GOTOLINE}, {'K', "C", ID_EDIT_TOGGLECASE}, {'L', "C", ID_EDIT_LOWERCASE},
+    {'N', "C", ID_FILE_NEW}, {'O', "C", ID_FILE_OPEN}, {'S', "C", ID_FILE_SAVE},
+    {'S', "CS", ID_FILE_SAVEALL}, {'T', "C", ID_EDIT_TRANSPOSE}, {'U', "C", ID_EDIT_UPPERCASE},
+    {'U', "CS", ID_EDIT_CAPITALIZE}, {'V', "C", ID_EDIT_PASTE}, {'X', "C", ID_EDIT_CUT},
+    {'X', "CS", ID_EDIT_CUTAPPEND}, {'Z', "C", ID_EDIT_UNDO}, {VK_F1, "", ID_HELP_CONTEXT},
+    {VK_F1, "C", ID_HELP_ENVIRONMENT}, {VK_F1, "S", ID_HELP_SDK}, {VK_F1, "CS", ID_HELP_FILESTATS},
+    {VK_F2, "", ID_PROJECT_BUILD}, {VK_F2, "C", ID_PROJECT_BUILDTARGET},
+    {VK_F4, "", ID_FILE_MANAGE}, {VK_F5, "", ID_SEARCH_FIND}, {VK_F5, "C", ID_SEARCH_FINDNEXT},
+    {VK_F5, "CS", ID_SEARCH_GREP}, {VK_F5, "S", ID_SEARCH_FINDPREV}, {VK_F8, "", ID_SEARCH_REPLACE},
+    {VK_F8, "C", ID_SEARCH_REPLACENEXT}, {VK_F9, "", ID_SEARCH_MATCHBRACE},
+    {VK_F11, "", ID_WINDOW_SELECTOR}, {VK_F12, "", ID_FILE_SAVEAS}, {VK_F12, "S", ID_FILE_PRINT},
+    {VK_INSERT, "", ID_SET_INSERT}, {VK_TAB, "C", ID_EDIT_SHIFTRIGHT},
+    {VK_TAB, "S", ID_EDIT_SHIFTLEFT},
+    // clang-format on
+};
+
+TEST_F(ShellTest, EveryKeyOfTheTableArrivesAsItsCommandInTheActiveChild)
+{
+    HACCEL table =
+        ::LoadAcceleratorsA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_ACCELERATORS));
+    EXPECT_EQ(static_cast<int>(std::size(kAccels)), ::CopyAcceleratorTableA(table, nullptr, 0));
+    CRecordingChild* child = MakeChild<CRecordingChild>("keys");
+    ASSERT_NE(nullptr, child);
+    ::SetFocus(child->m_hWnd);
+    for (const Accel& accel : kAccels) {
+        SCOPED_TRACE(testing::Message() << "key " << int(accel.key) << " " << accel.held);
+        child->ids.clear();
+        PressKey(accel.key, strchr(accel.held, 'C'), strchr(accel.held, 'S'));
+        EXPECT_EQ(std::vector<UINT>{accel.id}, child->ids);
+    }
+    child->ids.clear();
+    PressKey('A', false, false); // a plain A is no command
+    EXPECT_TRUE(child->ids.empty());
+}
+
+// The keys of commands whose items the child's rules gray still reach their
+// handlers: the frame's Ctrl+N behind a window that can't do much, and
+// Ctrl+X, grayed for it, in a window that takes every command.
+TEST_F(ShellTest, KeysReachTheFrameAndGrayedCommandsStillArrive)
+{
+    ::SetFocus(MakeChild<CPlainChild>("plain")->m_hWnd);
+    PressKey('N', true, false);
+    ASSERT_EQ(2u, Children().size());
+    EXPECT_TRUE(m_frame->m_pActiveChild->IsKindOf(RUNTIME_CLASS(CKmFileEdit)));
+
+    CRecordingChild* recorder = MakeChild<CRecordingChild>("recorder");
+    ::SetFocus(recorder->m_hWnd);
+    ASSERT_TRUE(Grayed(OpenPopup(POPUP_EDIT), ID_EDIT_CUT));
+    PressKey('X', true, false);
+    EXPECT_EQ(std::vector<UINT>{ID_EDIT_CUT}, recorder->ids);
+}
+
+// --- the two menus
+
+TEST_F(ShellTest, MenuWithoutFilesUntilTheFirstChildAndAfterTheLast)
+{
+    EXPECT_EQ(IDR_MENU_NOFILE, m_frame->m_nMenu);
+    EXPECT_EQ(m_frame->m_menuNoFile.m_hMenu, ::GetMenu(m_frameWnd));
+    EXPECT_EQ(5, ::GetMenuItemCount(::GetMenu(m_frameWnd)));
+    EXPECT_EQ("&Global", MenuText(::GetMenu(m_frameWnd), 1));
+
+    CPlainChild* first = MakeChild<CPlainChild>("first");
+    EXPECT_EQ(IDR_MENU_FILE, m_frame->m_nMenu);
+    EXPECT_EQ(m_frame->m_menuFile.m_hMenu, ::GetMenu(m_frameWnd));
+    EXPECT_EQ("&Window", MenuText(::GetMenu(m_frameWnd), POPUP_WINDOW));
+    CPlainChild* second = MakeChild<CPlainChild>("second");
+    EXPECT_EQ(second, m_frame->m_pActiveChild);
+
+    second->MDIDestroy();
+    PumpUntilIdle();
+    EXPECT_EQ(IDR_MENU_FILE, m_frame->m_nMenu);
+    EXPECT_EQ(first, m_frame->m_pActiveChild);
+    theApp.recentFilesDirty = 0;
+    first->MDIDestroy();
+    PumpUntilIdle();
+    EXPECT_EQ(IDR_MENU_NOFILE, m_frame->m_nMenu);
+    EXPECT_EQ(m_frame->m_menuNoFile.m_hMenu, ::GetMenu(m_frameWnd));
+    EXPECT_EQ(nullptr, m_frame->m_pActiveChild);
+    EXPECT_TRUE(theApp.recentFilesDirty);
+}
+
+class ShellNoProjectTest : public ShellTest
+{
+  protected:
+    ShellNoProjectTest() { m_commandLine = "-s -e"; }
+};
+
+TEST_F(ShellNoProjectTest, ProjectPopupIsGrayedAlsoBehindAMaximisedChild)
+{
+    for (bool noProject : {true, false, true}) {
+        theApp.flags = noProject ? theApp.flags | KF_NOPROJECT : theApp.flags & ~KF_NOPROJECT;
+        ::SendMessageA(m_frameWnd, WM_KM_SETMENU, IDR_MENU_NOFILE, 0);
+        HMENU menu = ::GetMenu(m_frameWnd);
+        EXPECT_EQ(m_frame->m_menuNoFile.m_hMenu, menu);
+        EXPECT_EQ("&Project", MenuText(menu, kNoFileProjectPopup));
+        EXPECT_EQ(noProject, PositionGrayed(menu, kNoFileProjectPopup));
+        EXPECT_FALSE(PositionGrayed(menu, kNoFileProjectPopup - 1));
+    }
+    ASSERT_TRUE(MakeChild<CPlainChild>("maximised", true)->IsZoomed());
+    HMENU menu = ::GetMenu(m_frameWnd);
+    EXPECT_EQ("&Project", MenuText(menu, POPUP_PROJECT + 1));
+    EXPECT_TRUE(PositionGrayed(menu, POPUP_PROJECT + 1));
+    EXPECT_FALSE(PositionGrayed(menu, POPUP_PROJECT));
+    EXPECT_FALSE(PositionGrayed(menu, POPUP_PROJECT + 2));
+    theApp.flags &= ~KF_NOPROJECT;
+    ::SendMessageA(m_frameWnd, WM_KM_SETMENU, IDR_MENU_FILE, 0);
+    EXPECT_FALSE(PositionGrayed(::GetMenu(m_frameWnd), POPUP_PROJECT + 1));
+}
+
+// --- states of popup items
+
+TEST_F(ShellTest, SearchItemsFollowThePattern)
+{
+    // Without a child the Global popup runs the Search rules; none of
+    // their items is there, and nothing breaks.
+    HMENU global = OpenPopup(1);
+    EXPECT_EQ(static_cast<UINT>(-1), ::GetMenuState(global, ID_SEARCH_FINDNEXT, MF_BYCOMMAND));
+    EXPECT_FALSE(Grayed(global, ID_SEARCH_GREP));
+
+    MakeChild<CPlainChild>("plain");
+    for (const bool pattern : {false, true}) {
+        SCOPED_TRACE(pattern);
+        theApp.searchPattern = pattern ? "needle" : "";
+        HMENU search = OpenPopup(POPUP_SEARCH);
+        EXPECT_FALSE(Grayed(search, ID_SEARCH_FIND));
+        EXPECT_EQ(!pattern, Grayed(search, ID_SEARCH_FINDNEXT));
+        EXPECT_EQ(!pattern, Grayed(search, ID_SEARCH_FINDPREV));
+        EXPECT_TRUE(Grayed(search, ID_SEARCH_REPLACENEXT)); // the plain window's rules come last
+    }
+}
+
+TEST_F(ShellTest, EditorItemsFollowItsSelectionAndState)
+{
+    HWND edit;
+    CKmFileEdit* editor = NewEditor(&edit);
+    ASSERT_NE(nullptr, editor);
+    HMENU file = OpenPopup(POPUP_FILE);
+    EXPECT_TRUE(Grayed(file, ID_FILE_SAVE)) << "an unmodified window has nothing to save";
+    EXPECT_FALSE(Grayed(file, ID_FILE_SAVEAS));
+    EXPECT_FALSE(Grayed(file, ID_FILE_PRINT));
+    ::SendMessageA(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>("one two\r\nthree"));
+    EXPECT_TRUE(Grayed(OpenPopup(POPUP_FILE), ID_FILE_SAVE)) << "untitled: saved through Save As";
+    editor->m_flags &= ~CF_UNTITLED;
+    EXPECT_FALSE(Grayed(OpenPopup(POPUP_FILE), ID_FILE_SAVE));
+
+    // Find Next and Previous take a selection within one line.
+    const struct {
+        int from, to;
+        bool readOnly, cut, copy, transpose, findNext, replace;
+    } rows[] = {
+        {0, 0, false, true, true, false, true, false},
+        {0, 3, false, false, false, true, false, false},
+        {4, 12, false, false, false, true, true, false}, // across the line end
+        {2, 2, false, true, true, false, true, false},
+        {0, 3, true, true, false, true, false, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.from << "-" << row.to << " " << row.readOnly);
+        ::SendMessageA(edit, EM_SETSEL, row.from, row.to);
+        editor->m_flags =
+            row.readOnly ? editor->m_flags | CF_READONLY : editor->m_flags & ~CF_READONLY;
+        HMENU menu = OpenPopup(POPUP_EDIT);
+        EXPECT_EQ(row.cut, Grayed(menu, ID_EDIT_CUT));
+        EXPECT_EQ(row.copy, Grayed(menu, ID_EDIT_COPY));
+        EXPECT_EQ(row.transpose, Grayed(menu, ID_EDIT_TRANSPOSE));
+        EXPECT_FALSE(Grayed(menu, ID_EDIT_UNDO));
+        menu = OpenPopup(POPUP_SEARCH);
+        EXPECT_EQ(row.findNext, Grayed(menu, ID_SEARCH_FINDNEXT));
+        EXPECT_EQ(row.findNext, Grayed(menu, ID_SEARCH_FINDPREV));
+        EXPECT_TRUE(Grayed(menu, ID_SEARCH_REPLACENEXT));
+        EXPECT_EQ(row.replace, Grayed(menu, ID_SEARCH_REPLACE));
+    }
+    editor->m_flags &= ~(CF_MODIFIED | CF_READONLY); // closes without a question
+}
+
+// Items of the File popup from the separator of the list to Exit.
+std::vector<std::pair<UINT, std::string>> RecentItems(HMENU file)
+{
+    std::vector<std::pair<UINT, std::string>> items;
+    for (int i = 0; i < ::GetMenuItemCount(file); ++i) {
+        const UINT id = ::GetMenuItemID(file, i);
+        if (id >= ID_FILE_MRU_SEP && id <= ID_FILE_MRU_LAST)
+            items.emplace_back(id, MenuText(file, i));
+    }
+    return items;
+}
+
+TEST_F(ShellTest, RecentFilesAreRebuiltWhenDirtyAndCutByTheCurrentDirectory)
+{
+    HMENU file = ::GetSubMenu(::GetMenu(m_frameWnd), POPUP_FILE);
+    const int count = ::GetMenuItemCount(file);
+    theApp.recentFilesDirty = 1;
+    OpenPopup(POPUP_FILE); // without recent files the popup keeps its items
+    EXPECT_EQ(count, ::GetMenuItemCount(file));
+    EXPECT_FALSE(theApp.recentFilesDirty);
+
+    std::string upper = m_dir;
+    for (char& ch : upper)
+        ch = static_cast<char>(toupper(static_cast<unsigned char>(ch)));
+    theApp.recentFiles[0] = (Lower(m_dir) + "\\here.c").c_str();
+    theApp.recentFiles[1] = (Lower(m_dir) + "\\sub\\deeper.h").c_str();
+    theApp.recentFiles[2] = (upper + "\\CASE.C").c_str();
+    theApp.recentFiles[3] = (Lower(m_dir) + "2\\far.c").c_str(); // a sibling: kept whole
+    theApp.recentFilesDirty = 1;
+    OpenPopup(POPUP_FILE);
+    EXPECT_FALSE(theApp.recentFilesDirty);
+    const std::vector<std::pair<UINT, std::string>> four = {
+        {ID_FILE_MRU_FIRST, "&1 here.c"},
+        {ID_FILE_MRU_FIRST + 1, "&2 sub\\deeper.h"},
+        {ID_FILE_MRU_FIRST + 2, "&3 " + upper + "\\CASE.C"},
+        {ID_FILE_MRU_FIRST + 3, "&4 " + Lower(m_dir) + "2\\far.c"},
+        {ID_FILE_MRU_SEP, ""}};
+    EXPECT_EQ(four, RecentItems(file));
+    EXPECT_EQ(static_cast<UINT>(ID_FILE_EXIT), ::GetMenuItemID(file, count + 4));
+
+    theApp.recentFiles[4] = "c:\\x.c"; // not dirty: left alone
+    OpenPopup(POPUP_FILE);
+    EXPECT_EQ(four, RecentItems(file));
+
+    theApp.recentFiles[1].Empty(); // rebuilt, not added to
+    theApp.recentFilesDirty = 1;
+    OpenPopup(POPUP_FILE);
+    const std::vector<std::pair<UINT, std::string>> one = {{ID_FILE_MRU_FIRST, "&1 here.c"},
+                                                           {ID_FILE_MRU_SEP, ""}};
+    EXPECT_EQ(one, RecentItems(file));
+    EXPECT_EQ(count + 2, ::GetMenuItemCount(file));
+
+    // The menu with a file has them too, after the child's rules.
+    MakeChild<CPlainChild>("plain");
+    EXPECT_TRUE(theApp.recentFilesDirty);
+    file = OpenPopup(POPUP_FILE);
+    EXPECT_EQ(one, RecentItems(file));
+    EXPECT_TRUE(Grayed(file, ID_FILE_SAVE));
+    EXPECT_FALSE(Grayed(file, ID_FILE_NEW));
+}
+
+TEST_F(ShellTest, APlainWindowGraysWhatItCantDoAndKeepsTheRest)
+{
+    MakeChild<CPlainChild>("plain");
+    HMENU menu = ::GetMenu(m_frameWnd);
+    HMENU edit = ::GetSubMenu(menu, POPUP_EDIT), help = ::GetSubMenu(menu, POPUP_HELP);
+    ::EnableMenuItem(edit, ID_EDIT_COPY, MF_GRAYED);
+    ::EnableMenuItem(edit, ID_EDIT_COPYAPPEND, MF_GRAYED);
+    ::EnableMenuItem(help, ID_HELP_CONTEXT, MF_GRAYED);
+    ::CheckMenuItem(::GetSubMenu(menu, POPUP_SETTINGS), ID_SET_ALIGN, MF_CHECKED);
+    const struct {
+        int popup;
+        UINT id;
+        const char* state; // G grayed, C checked
+    } rows[] = {
+        // clang-format off
+        {POPUP_FILE, ID_FILE_SAVE, "G"}, {POPUP_FILE, ID_FILE_SAVEALL, ""},
+        {POPUP_EDIT, ID_EDIT_COPY, ""}, {POPUP_EDIT, ID_EDIT_COPYAPPEND, "G"},
+        {POPUP_EDIT, ID_EDIT_PASTE, "G"}, {POPUP_SEARCH, ID_SEARCH_FIND, ""},
+        {POPUP_SEARCH, ID_SEARCH_GOTOLINE, "G"}, {POPUP_SETTINGS, ID_SET_ALIGN, "G"},
+        {POPUP_SETTINGS, ID_SET_READONLY, "GC"}, {POPUP_SETTINGS, ID_SET_SHOWHSCROLL, "C"},
+        {POPUP_SETTINGS, ID_SET_SHOWVSCROLL, ""}, {POPUP_PROJECT, ID_PROJECT_COMPILE, "G"},
+        {POPUP_PROJECT, ID_PROJECT_BUILD, "G"}, {POPUP_PROJECT, ID_PROJECT_SELECT, ""},
+        {POPUP_HELP, ID_HELP_FILESTATS, "G"}, {POPUP_HELP, ID_HELP_CONTEXT, ""},
+        // clang-format on
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.id);
+        HMENU popup = OpenPopup(row.popup);
+        EXPECT_EQ(strchr(row.state, 'G') != nullptr, Grayed(popup, row.id));
+        EXPECT_EQ(strchr(row.state, 'C') != nullptr, Checked(popup, row.id));
+    }
+    // The base class's Settings commands turn the scroll bar checks.
+    Command(ID_SET_SHOWVSCROLL);
+    Command(ID_SET_SHOWHSCROLL);
+    HMENU settings = OpenPopup(POPUP_SETTINGS);
+    EXPECT_FALSE(Checked(settings, ID_SET_SHOWHSCROLL));
+    EXPECT_TRUE(Checked(settings, ID_SET_SHOWVSCROLL));
+}
+
+TEST_F(ShellTest, PositionsAreCorrectedForAMaximisedChildAndTheContextMenu)
+{
+    ASSERT_TRUE(MakeChild<CPlainChild>("maximised", true)->IsZoomed());
+    ASSERT_EQ("&File", MenuText(::GetMenu(m_frameWnd), 1));
+    OpenPopupAt(0); // the child's system menu: left alone
+    EXPECT_TRUE(Grayed(OpenPopupAt(1), ID_FILE_SAVE));
+    HMENU edit = OpenPopupAt(2);
+    EXPECT_TRUE(Grayed(edit, ID_EDIT_CUT));
+    EXPECT_FALSE(Grayed(edit, ID_EDIT_COPY));
+    EXPECT_TRUE(Grayed(OpenPopupAt(5), ID_PROJECT_COMPILE));
+
+    ASSERT_TRUE(m_frame->m_menuPopup.LoadMenu(IDR_MENU_POPUP));
+    HMENU popup = m_frame->m_menuPopup.GetSubMenu(0);
+    ::EnableMenuItem(popup, ID_EDIT_COPY, MF_GRAYED);
+    ::SendMessageA(m_frameWnd, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), 0);
+    EXPECT_FALSE(Grayed(popup, ID_EDIT_COPY));
+    EXPECT_TRUE(Grayed(popup, ID_EDIT_CUT));
+    EXPECT_TRUE(Grayed(popup, ID_EDIT_PASTE));
+}
+
+TEST_F(ShellTest, SystemMenusAndAnIconicFrameAreLeftAlone)
+{
+    MakeChild<CPlainChild>("plain");
+    HMENU file = ::GetSubMenu(::GetMenu(m_frameWnd), POPUP_FILE);
+    ::SendMessageA(m_frameWnd, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(file), MAKELPARAM(0, 1));
+    EXPECT_FALSE(Grayed(file, ID_FILE_SAVE));
+    ::ShowWindow(m_frameWnd, SW_MINIMIZE);
+    PumpUntilIdle();
+    OpenPopup(POPUP_FILE);
+    EXPECT_FALSE(Grayed(file, ID_FILE_SAVE));
+    ::ShowWindow(m_frameWnd, SW_RESTORE);
+    PumpUntilIdle();
+    OpenPopup(POPUP_FILE);
+    EXPECT_TRUE(Grayed(file, ID_FILE_SAVE));
+}
+
+// --- routing
+
+TEST_F(ShellTest, AHandlerInTheChildShadowsTheFrames)
+{
+    CShadowChild* child = MakeChild<CShadowChild>("shadow");
+    theApp.arrange = ARRANGE_MAXIMISED;
+    Command(ID_WINDOW_CASCADE);
+    EXPECT_EQ(1, child->cascades);
+    EXPECT_EQ(ARRANGE_MAXIMISED, theApp.arrange); // the frame's handler didn't run
+    Command(ID_WINDOW_TILEHORZ);
+    EXPECT_EQ(ARRANGE_TILEDOWN, theApp.arrange); // what the child lacks goes on to the frame
+    child->MDIDestroy();
+    PumpUntilIdle();
+    Command(ID_WINDOW_CASCADE);
+    EXPECT_EQ(ARRANGE_CASCADE, theApp.arrange);
+}
+
+TEST_F(ShellTest, ACommandNobodyHandlesDoesNothing)
+{
+    CPlainChild* first = MakeChild<CPlainChild>("first");
+    CPlainChild* second = MakeChild<CPlainChild>("second");
+    theApp.arrange = ARRANGE_MAXIMISED;
+    for (UINT id : {static_cast<UINT>(ID_EDIT_REDO), static_cast<UINT>(ID_EDIT_CUT), 999u, 0x1234u,
+                    static_cast<UINT>(ID_HELP_CONTEXT_CHILD)}) {
+        SCOPED_TRACE(id);
+        EXPECT_EQ(0, ::SendMessageA(m_frameWnd, WM_COMMAND, id, 0));
+        PumpUntilIdle();
+        EXPECT_EQ(2u, Children().size());
+        EXPECT_EQ(second, m_frame->m_pActiveChild);
+        EXPECT_EQ(ARRANGE_MAXIMISED, theApp.arrange);
+        EXPECT_EQ(IDR_MENU_FILE, m_frame->m_nMenu);
+    }
+    Command(KM_FIRST_MDICHILD); // the window list is the system's
+    EXPECT_EQ(first, m_frame->m_pActiveChild);
+}
+
+TEST_F(ShellTest, RegisteredMessagesFindTheirHandlers)
+{
+    CRecordingChild* child = MakeChild<CRecordingChild>("registered");
+    ASSERT_NE(0u, g_testMessage);
+    EXPECT_EQ(42, ::SendMessageA(child->m_hWnd, g_testMessage, 7, -9));
+    // An entry whose message was never registered takes nothing, not even
+    // message 0; nor does the entry catch another registered message.
+    ::SendMessageA(child->m_hWnd, WM_NULL, 0, 0);
+    ::SendMessageA(child->m_hWnd, ::RegisterWindowMessageA("KmShellTestOther"), 1, 2);
+    EXPECT_EQ((std::vector<LPARAM>{7, -9}), child->registered);
+    EXPECT_TRUE(child->ids.empty());
+}
+
+TEST_F(ShellTest, FileCloseClosesTheActiveChildLater)
+{
+    CPlainChild* first = MakeChild<CPlainChild>("first");
+    HWND second = MakeChild<CPlainChild>("second")->m_hWnd;
+    ::SendMessageA(m_frameWnd, WM_COMMAND, ID_FILE_CLOSE, 0);
+    EXPECT_TRUE(::IsWindow(second)); // posted, not sent
+    PumpUntilIdle();
+    EXPECT_FALSE(::IsWindow(second));
+    EXPECT_EQ(first, m_frame->m_pActiveChild);
+    Command(ID_FILE_CLOSE);
+    EXPECT_TRUE(Children().empty());
+    EXPECT_EQ(IDR_MENU_NOFILE, m_frame->m_nMenu);
+}
+
+// --- arranging and closing all
+
+TEST_F(ShellTest, ArrangeCommandsSetTheArrangementAndPlaceTheWindows)
+{
+    HWND first = MakeChild<CPlainChild>("first")->m_hWnd;
+    CPlainChild* second = MakeChild<CPlainChild>("second");
+    const struct {
+        UINT id;
+        int arrange;
+        bool sameTop, sameLeft;
+    } rows[] = {
+        {ID_WINDOW_TILEVERT, ARRANGE_TILEACROSS, true, false}, // side by side
+        {ID_WINDOW_TILEHORZ, ARRANGE_TILEDOWN, false, true},   // one above the other
+        {ID_WINDOW_CASCADE, ARRANGE_CASCADE, false, false},
+        {ID_WINDOW_ARRANGE, ARRANGE_CASCADE, false, false}, // icons only: the value stays
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.id);
+        Command(row.id);
+        EXPECT_EQ(row.arrange, theApp.arrange);
+        const RECT a = Place(first, MdiClient()), b = Place(second->m_hWnd, MdiClient());
+        EXPECT_EQ(row.sameTop, a.top == b.top);
+        EXPECT_EQ(row.sameLeft, a.left == b.left);
+    }
+    ::SendMessageA(second->m_hWnd, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+    PumpUntilIdle();
+    EXPECT_EQ(ARRANGE_MAXIMISED, theApp.arrange);
+    ::SendMessageA(second->m_hWnd, WM_SYSCOMMAND, SC_RESTORE, 0);
+    PumpUntilIdle();
+    EXPECT_FALSE(second->IsZoomed());
+    EXPECT_EQ(ARRANGE_CASCADE, theApp.arrange);
+    theApp.arrange = ARRANGE_TILEACROSS;
+    ::SendMessageA(second->m_hWnd, WM_SYSCOMMAND, SC_RESTORE, 0); // not maximised
+    EXPECT_EQ(ARRANGE_TILEACROSS, theApp.arrange);
+}
+
+TEST_F(ShellTest, CloseAllWithOneRefusalClosesNone)
+{
+    CShadowChild* first = MakeChild<CShadowChild>("first");
+    MakeChild<CPlainChild>("second");
+    MakeChild<CPlainChild>("third");
+    first->refuse = true; // asked last in window order: the others agreed before
+    Command(ID_WINDOW_CLOSEALL);
+    EXPECT_EQ(3u, Children().size());
+    EXPECT_FALSE(m_frame->QueryCloseAll());
+    EXPECT_EQ(IDR_MENU_FILE, m_frame->m_nMenu);
+
+    first->refuse = false;
+    EXPECT_TRUE(m_frame->QueryCloseAll());
+    Command(ID_WINDOW_CLOSEALL);
+    EXPECT_TRUE(Children().empty());
+    EXPECT_EQ(IDR_MENU_NOFILE, m_frame->m_nMenu);
+    EXPECT_EQ(nullptr, m_frame->m_pActiveChild);
+    EXPECT_TRUE(::IsWindowVisible(MdiClient()));
+}
+
+// --- the status bar of the frame
+
+TEST_F(ShellTest, MenuSelectShowsTheHelpOfTheItem)
+{
+    HMENU menu = ::GetMenu(m_frameWnd);
+    const struct {
+        UINT item, flags;
+        const char* shown;
+    } rows[] = {
+        {ID_FILE_NEW, MF_STRING, "Creates a new untitled file"},
+        {ID_FILE_MRU_FIRST + 2, MF_STRING, "Opens this file"},
+        {ID_FILE_MRU_LAST, MF_STRING, "Opens this file"},
+        {ID_TOOL_FIRST, MF_STRING, "Starts this application"},
+        {ID_TOOL_LAST, MF_STRING, "Starts this application"},
+        {ID_TOOL_RUN, MF_STRING, "Runs an application specified via a dialog"},
+        {KM_FIRST_MDICHILD + 3, MF_STRING, "Activates this window"},
+        {ID_EDIT_MOVEBACKSTART, MF_STRING, "No resource string 2016"},
+        {0, MF_POPUP | MF_SYSMENU, "Move, size or close window"},
+        {SC_CLOSE, MF_SYSMENU, "Closes the active window"},
+        {1, MF_POPUP, ""},
+        {0, MF_SEPARATOR, ""},
+        {0, 0xFFFF, ""}, // the menu closed
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.item);
+        ::SendMessageA(m_frameWnd, WM_MENUSELECT, MAKEWPARAM(ID_FILE_NEW, MF_STRING),
+                       reinterpret_cast<LPARAM>(menu));
+        ::SendMessageA(m_frameWnd, WM_MENUSELECT, MAKEWPARAM(row.item, row.flags),
+                       reinterpret_cast<LPARAM>(row.flags == 0xFFFF ? nullptr : menu));
+        EXPECT_EQ(row.shown, BarText());
+    }
+    // A child passes its own on, so its system menu gets help too.
+    CPlainChild* child = MakeChild<CPlainChild>("plain");
+    ::SendMessageA(child->m_hWnd, WM_MENUSELECT, MAKEWPARAM(SC_MAXIMIZE, MF_SYSMENU),
+                   reinterpret_cast<LPARAM>(::GetSystemMenu(child->m_hWnd, FALSE)));
+    EXPECT_EQ("Maximizes the window to the size of the screen", BarText());
+}
+
+TEST_F(ShellTest, PanesFollowShowPosAndTheActiveChildsFlags)
+{
+    ::PostMessageA(m_frameWnd, WM_KM_SHOWPOS, 7, 12);
+    PumpUntilIdle();
+    EXPECT_EQ("12 : 7", PaneText(theApp.paneLineCol));
+    CPlainChild* first = MakeChild<CPlainChild>("first");
+    first->m_flags |= CF_READONLY | CF_MODIFIED | CF_BLOCKINDENT | CF_OVERTYPE;
+    CPlainChild* second = MakeChild<CPlainChild>("second");
+    EXPECT_EQ("Ins", PaneText(theApp.paneInsert));
+    EXPECT_EQ("Edit", PaneText(theApp.paneEdit));
+    EXPECT_EQ("Clean", PaneText(theApp.paneClean));
+    m_frame->MDIActivate(first->m_hWnd);
+    PumpUntilIdle();
+    EXPECT_EQ("Ovr", PaneText(theApp.paneInsert));
+    EXPECT_EQ("Indent", PaneText(theApp.paneAlign));
+    EXPECT_EQ("Read", PaneText(theApp.paneEdit));
+    EXPECT_EQ("Modified", PaneText(theApp.paneClean));
+    first->m_flags &= ~CF_MODIFIED;
+
+    ::ShowWindow(second->m_hWnd, SW_MINIMIZE);
+    PumpUntilIdle();
+    EXPECT_EQ("-1 : 0", PaneText(theApp.paneLineCol));
+    ::PostMessageA(m_frameWnd, WM_KM_SHOWPOS, 1, 3);
+    PumpUntilIdle();
+    EXPECT_EQ("3 : 1", PaneText(theApp.paneLineCol));
+}
+
+TEST_F(ShellTest, TheClockFollowsTimeChangesUnlessHiddenAndTheBarCanBeAbsent)
+{
+    ::SendMessageA(m_frameWnd, WM_TIMECHANGE, 0, 0);
+    EXPECT_NE(nullptr, theApp.statusBar.m_pClock);
+    EXPECT_EQ(1, CKmStatusBar::ClockCount());
+    theApp.flags |= KF_NOCLOCK;
+    theApp.statusBar.HideClock();
+    ::SendMessageA(m_frameWnd, WM_TIMECHANGE, 0, 0);
+    EXPECT_EQ(0, CKmStatusBar::ClockCount());
+
+    // Without the bar, menus and positions make none, and the client fills
+    // the frame.
+    theApp.statusBar.Destroy();
+    theApp.flags = (theApp.flags & ~KF_NOCLOCK) | KF_NOSTATUSBAR;
+    ::SendMessageA(m_frameWnd, WM_MENUSELECT, MAKEWPARAM(ID_FILE_NEW, MF_STRING),
+                   reinterpret_cast<LPARAM>(::GetMenu(m_frameWnd)));
+    ::SendMessageA(m_frameWnd, WM_KM_SHOWPOS, 3, 4);
+    ::SendMessageA(m_frameWnd, WM_TIMECHANGE, 0, 0);
+    EXPECT_FALSE(theApp.statusBar.Exists());
+    ::MoveWindow(m_frameWnd, 10, 10, 520, 400, TRUE);
+    PumpUntilIdle();
+    RECT client;
+    ::GetClientRect(m_frameWnd, &client);
+    EXPECT_EQ(client.bottom, Place(MdiClient(), m_frameWnd).bottom);
+}
+
+TEST_F(ShellTest, LayoutLeavesRoomForTheBarAndAMinimisedFrameKeepsIt)
+{
+    RECT client;
+    ::GetClientRect(m_frameWnd, &client);
+    const RECT place = Place(MdiClient(), m_frameWnd);
+    const RECT expected = {0, 0, client.right, client.bottom - CKmStatusBar::Height()};
+    EXPECT_TRUE(::EqualRect(&expected, &place));
+    ::SendMessageA(m_frameWnd, WM_SIZE, SIZE_MINIMIZED, MAKELPARAM(0, 0));
+    const RECT after = Place(MdiClient(), m_frameWnd);
+    EXPECT_TRUE(::EqualRect(&place, &after));
+
+    ::MoveWindow(m_frameWnd, 10, 10, 500, 400, TRUE);
+    PumpUntilIdle();
+    ::GetClientRect(m_frameWnd, &client);
+    EXPECT_EQ(client.right, Place(MdiClient(), m_frameWnd).right);
+    EXPECT_EQ(client.bottom - CKmStatusBar::Height(), Place(MdiClient(), m_frameWnd).bottom);
+}
+
+TEST_F(ShellTest, EndBusyShowsTheClientAlsoWithoutBeginBusy)
+{
+    m_frame->BeginBusy(false);
+    EXPECT_TRUE(::IsWindowVisible(MdiClient()));
+    m_frame->EndBusy();
+    m_frame->BeginBusy(true);
+    EXPECT_FALSE(::IsWindowVisible(MdiClient()));
+    m_frame->EndBusy();
+    EXPECT_TRUE(::IsWindowVisible(MdiClient()));
+    EXPECT_EQ(nullptr, m_frame->m_hSavedCursor);
+    ::ShowWindow(MdiClient(), SW_HIDE);
+    m_frame->EndBusy();
+    EXPECT_TRUE(::IsWindowVisible(MdiClient()));
+}
+
+// --- the end of the frame: both menus and the context menu go with it
+
+TEST_F(ShellTest, TheFrameLetsGoOfEveryMenuAtItsEnd)
+{
+    for (int children : {0, 1, 2}) { // none, one, one maximised
+        SCOPED_TRACE(children);
+        if (children)
+            MakeChild<CPlainChild>("plain", children == 2);
+        ASSERT_TRUE(m_frame->m_menuPopup.LoadMenu(IDR_MENU_POPUP));
+        const HMENU menus[] = {m_frame->m_menuNoFile.m_hMenu, m_frame->m_menuFile.m_hMenu,
+                               m_frame->m_menuPopup.m_hMenu};
+        EXPECT_TRUE(CloseFrame());
+        for (HMENU menu : menus)
+            EXPECT_FALSE(::IsMenu(menu));
+        ASSERT_TRUE(Start());
+    }
+}
+
+} // namespace

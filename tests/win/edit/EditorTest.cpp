@@ -1,0 +1,517 @@
+// The editor window inside the real frame: files loaded, edited and saved
+// byte for byte, the questions of loading, saving and closing answered
+// through the real message boxes, saves that fail, and the captions.
+#include "app/KmApp.h"
+#include "app/KmChild.h"
+#include "app/KmFrame.h"
+#include "app/Settings.h"
+#include "edit/KmFileEdit.h"
+#include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
+
+#include <cstdlib>
+
+using namespace kmtest;
+
+namespace
+{
+
+HWND EditOf(const CKmChild* child)
+{
+    return ::GetDlgItem(child->m_hWnd, IDC_EDIT);
+}
+
+// The control's own text block, to its NUL.
+std::string EditBlock(const CKmChild* child)
+{
+    HLOCAL block = reinterpret_cast<HLOCAL>(::SendMessageA(EditOf(child), EM_GETHANDLE, 0, 0));
+    const char* text = static_cast<const char*>(::LocalLock(block));
+    const std::string copy = text ? text : "<no block>";
+    ::LocalUnlock(block);
+    return copy;
+}
+
+// Puts text at the start, as the user's typing there would.
+void InsertAtStart(const CKmChild* child, const char* text)
+{
+    ::SendMessageA(EditOf(child), EM_SETSEL, 0, 0);
+    ::SendMessageA(EditOf(child), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text));
+}
+
+std::string Title(const CKmChild* child)
+{
+    CString text;
+    child->GetTitle(text);
+    return text.c_str();
+}
+
+FILETIME WriteTime(const std::string& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    ::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
+    return data.ftLastWriteTime;
+}
+
+// Names in the directory, such as the temporary files of a save.
+std::vector<std::string> FilesIn(const std::string& dir)
+{
+    std::vector<std::string> names;
+    WIN32_FIND_DATAA found;
+    HANDLE search = ::FindFirstFileA((dir + "\\*").c_str(), &found);
+    for (bool more = search != INVALID_HANDLE_VALUE; more; more = ::FindNextFileA(search, &found))
+        if (found.cFileName[0] != '.')
+            names.push_back(found.cFileName);
+    ::FindClose(search);
+    return names;
+}
+
+std::string Question(const std::string& what, const std::string& path)
+{
+    return what + " in the file:\n" + path + "\nOpen it anyway?";
+}
+
+class EditorTest : public FrameTest
+{
+  protected:
+    void SetUp() override
+    {
+        FrameTest::SetUp();
+        ASSERT_TRUE(Start());
+    }
+
+    CKmFileEdit* Open(const std::string& name, bool readOnly = false)
+    {
+        CKmChild* child = m_frame->OpenFile(Path(name).c_str(), readOnly, false);
+        PumpUntilIdle();
+        EXPECT_TRUE(!child || child->IsKindOf(RUNTIME_CLASS(CKmFileEdit)));
+        return static_cast<CKmFileEdit*>(child);
+    }
+    CKmFileEdit* OpenWith(const std::string& name, const std::string& bytes)
+    {
+        Write(name, bytes);
+        return Open(name);
+    }
+    void Save(CKmChild* child)
+    {
+        ::SendMessageA(child->m_hWnd, WM_COMMAND, ID_FILE_SAVE, 0);
+        PumpUntilIdle();
+    }
+    void Close(HWND wnd)
+    {
+        ::SendMessageA(wnd, WM_CLOSE, 0, 0);
+        PumpUntilIdle();
+    }
+};
+
+// --- loading and saving
+
+TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
+{
+    std::string high, longUnix, longShown;
+    for (int byte = 128; byte < 256; ++byte)
+        high += static_cast<char>(byte);
+    for (int line = 0; line < 20000; ++line) {
+        const std::string text = "line " + std::to_string(line) + " of a long file";
+        longUnix += text + "\n";
+        longShown += text + "\r\n";
+    }
+    const struct {
+        const char* name;
+        std::string disk, shown;
+        FileFormat format;
+        const char* typed;
+        std::string saved;
+    } rows[] = {
+        {"dos.c", "int a;\r\nint b;\r\n", "int a;\r\nint b;\r\n", FF_DOS, "x\r\n",
+         "x\r\nint a;\r\nint b;\r\n"},
+        {"unix.c", "int a;\nint b;\n", "int a;\r\nint b;\r\n", FF_UNIX, "x\r\ny ",
+         "x\ny int a;\nint b;\n"},
+        {"mac.c", "int a;\rint b;\r", "int a;\r\nint b;\r\n", FF_MAC, "x\r\n",
+         "x\rint a;\rint b;\r"},
+        {"last.c", "one\ntwo", "one\r\ntwo", FF_UNIX, "zero\r\n", "zero\none\ntwo"},
+        {"dosfirst.c", "a\r\nb\nc\r\n", "a\r\nb\nc\r\n", FF_DOS, "x\r\n", "x\r\na\r\nb\nc\r\n"},
+        {"empty.c", "", "", FF_DOS, "a\r\nb", "a\r\nb"},
+        {"high.txt", high + "\r\n", high + "\r\n", FF_DOS, "x", "x" + high + "\r\n"},
+        {"long.txt", longUnix, longShown, FF_UNIX, "first\r\n", "first\n" + longUnix},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        CKmFileEdit* edit = OpenWith(row.name, row.disk);
+        ASSERT_NE(nullptr, edit);
+        EXPECT_EQ(row.format, edit->m_format);
+        EXPECT_EQ(row.shown, WindowText(EditOf(edit)));
+        EXPECT_EQ(row.shown, EditBlock(edit));
+        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+        InsertAtStart(edit, row.typed);
+        EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
+        Save(edit);
+        EXPECT_EQ(row.saved, Read(row.name));
+        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+        EXPECT_EQ(row.format, edit->m_format);
+    }
+    EXPECT_TRUE(m_boxes.Boxes().empty());
+}
+
+TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
+{
+    std::string line = "0123456789abcdefghijklmnopqrstuvwxyz0123456789\r\n"; // 48 bytes
+    const std::string hundred = line + line + "abcd";
+    std::string control;
+    while (control.size() < 300)
+        control += "control bytes\r\n";
+    std::string at255 = control, at256 = control;
+    at255[255] = '\x01';
+    at256[256] = '\x01';
+    const struct {
+        const char* name;
+        std::string disk, question, shown; // no question: opened at once
+    } rows[] = {
+        {"one.txt", "hello", "Invalid line terminators", "hello"},
+        {"mixed.txt", "a\nb\r\nc\n", "Invalid line terminators", "a\nb\r\nc\n"},
+        {"zero.txt", hundred + '\0' + "tail\r\n", "Non-ANSI character (0x0)", hundred},
+        {"at255.txt", at255, "Non-ANSI character (0x1)", at255},
+        {"at256.txt", at256, "", at256}, // only the first 256 bytes are looked at
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Write(row.name, row.disk);
+        m_boxes.Clear();
+        if (!row.question.empty()) {
+            m_boxes.Queue({IDNO});
+            EXPECT_EQ(nullptr, Open(row.name));
+            EXPECT_TRUE(Children().empty());
+            ASSERT_EQ(1u, m_boxes.Boxes().size());
+            EXPECT_EQ(Question(row.question, FullLower(row.name)), m_boxes.Boxes()[0].text);
+            EXPECT_EQ("YN", m_boxes.Boxes()[0].buttons);
+            m_boxes.Queue({IDYES});
+        }
+        CKmFileEdit* edit = Open(row.name);
+        ASSERT_NE(nullptr, edit);
+        EXPECT_EQ(row.question.empty() ? 0u : 2u, m_boxes.Boxes().size());
+        EXPECT_EQ(FF_DOS, edit->m_format);
+        EXPECT_EQ(row.shown, EditBlock(edit));
+        InsertAtStart(edit, "x");
+        Save(edit);
+        EXPECT_EQ("x" + row.shown, Read(row.name));
+        Close(edit->m_hWnd);
+    }
+}
+
+TEST_F(EditorTest, TypedTextIsSavedAndASecondSaveWritesTheNewText)
+{
+    CKmFileEdit* edit = OpenWith("typed.txt", "end\n");
+    ASSERT_NE(nullptr, edit);
+    ::SetFocus(EditOf(edit));
+    for (const char* keys : {"ab\rc", "d"}) {
+        for (const char* key = keys; *key; ++key)
+            ::SendMessageA(EditOf(edit), WM_CHAR, static_cast<unsigned char>(*key), 1);
+        EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
+        Save(edit);
+    }
+    EXPECT_EQ("ab\ncdend\n", Read("typed.txt"));
+}
+
+TEST_F(EditorTest, BackupHoldsThePreviousVersionOnlyWhenAskedFor)
+{
+    for (bool backup : {false, true}) {
+        SCOPED_TRACE(backup);
+        theApp.flags = backup ? theApp.flags | KF_BACKUP : theApp.flags & ~KF_BACKUP;
+        CKmFileEdit* edit = OpenWith("prog.c", "one\r\n");
+        ASSERT_NE(nullptr, edit);
+        for (const char* typed : {"two\r\n", "three\r\n"}) {
+            InsertAtStart(edit, typed);
+            Save(edit);
+        }
+        EXPECT_EQ("three\r\ntwo\r\none\r\n", Read("prog.c"));
+        EXPECT_EQ(backup ? "two\r\none\r\n" : "<missing>", Read("prog.BAK"));
+        Close(edit->m_hWnd);
+        ::DeleteFileA(Path("prog.BAK").c_str());
+        EXPECT_EQ(std::vector<std::string>{"prog.c"}, FilesIn(m_dir)); // no temporary left
+    }
+}
+
+// --- questions
+
+TEST_F(EditorTest, MissingFileIsCreatedOnlyOnYesAndReportedWhenReadOnly)
+{
+    m_boxes.Queue({IDOK});
+    EXPECT_EQ(nullptr, Open("absent.txt", true));
+    EXPECT_EQ(std::vector<std::string>{"Error accessing '" + Path("absent.txt") +
+                                       "'\nThe file could not be located"},
+              m_boxes.Texts());
+    m_boxes.Clear();
+    m_boxes.Queue({IDNO});
+    EXPECT_EQ(nullptr, Open("New.txt"));
+    EXPECT_FALSE(Exists(Path("New.txt")));
+    EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("New.txt") + "'"},
+              m_boxes.Texts());
+    EXPECT_EQ("YN", m_boxes.Boxes()[0].buttons);
+
+    m_boxes.Queue({IDYES});
+    CKmFileEdit* edit = Open("New.txt");
+    ASSERT_NE(nullptr, edit);
+    EXPECT_EQ("", Read("New.txt"));
+    EXPECT_EQ(FullLower("New.txt"), WindowText(edit->m_hWnd));
+    EXPECT_EQ(1u, Children().size());
+}
+
+TEST_F(EditorTest, CloseOfAModifiedWindowAsksToSave)
+{
+    HWND quiet = OpenWith("quiet.c", "x\r\n")->m_hWnd;
+    Close(quiet); // unmodified: no question
+    EXPECT_FALSE(::IsWindow(quiet));
+    const struct {
+        int answer;
+        bool closes;
+        const char* saved;
+    } rows[] = {
+        {IDCANCEL, false, "old\r\n"}, {IDNO, true, "old\r\n"}, {IDYES, true, "new old\r\n"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.answer);
+        CKmFileEdit* edit = OpenWith("close.c", "old\r\n");
+        ASSERT_NE(nullptr, edit);
+        const HWND wnd = edit->m_hWnd;
+        InsertAtStart(edit, "new ");
+        m_boxes.Clear();
+        m_boxes.Queue({row.answer});
+        Close(wnd);
+        EXPECT_EQ(row.closes, !::IsWindow(wnd));
+        ASSERT_EQ(1u, m_boxes.Boxes().size());
+        EXPECT_EQ("Save changes to '" + FullLower("close.c") + "'\nbefore closing?",
+                  m_boxes.Boxes()[0].text);
+        EXPECT_EQ("CYN", m_boxes.Boxes()[0].buttons);
+        EXPECT_EQ(row.saved, Read("close.c"));
+        if (!row.closes) {
+            EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
+            EXPECT_EQ("new old\r\n", WindowText(EditOf(edit)));
+            edit->m_flags &= ~CF_MODIFIED;
+            Close(wnd);
+        }
+    }
+}
+
+TEST_F(EditorTest, FrameCloseAsksFrontWindowFirstAndAnyRefusalKeepsEveryWindow)
+{
+    CKmFileEdit* first = OpenWith("first.c", "1\r\n");
+    CKmFileEdit* second = OpenWith("second.c", "2\n");
+    ASSERT_TRUE(first && second);
+    InsertAtStart(first, "a");
+    InsertAtStart(second, "b");
+    for (const std::vector<int>& answers : {std::vector<int>{IDNO, IDCANCEL}, {IDCANCEL}}) {
+        m_boxes.Clear();
+        for (int answer : answers)
+            m_boxes.Queue({answer});
+        ::SendMessageA(m_frameWnd, WM_CLOSE, 0, 0);
+        PumpUntilIdle();
+        ASSERT_TRUE(::IsWindow(m_frameWnd));
+        EXPECT_EQ(m_frame, theApp.m_pMainWnd);
+        EXPECT_EQ(2u, Children().size());
+        ASSERT_EQ(answers.size(), m_boxes.Boxes().size()); // Cancel asks no more
+        EXPECT_NE(std::string::npos, m_boxes.Boxes()[0].text.find("second.c"));
+        if (answers.size() == 2) {
+            EXPECT_NE(std::string::npos, m_boxes.Boxes()[1].text.find("first.c"));
+        }
+        EXPECT_TRUE(first->m_flags & second->m_flags & CF_MODIFIED);
+        EXPECT_EQ("1\r\n", Read("first.c"));
+        EXPECT_EQ("2\n", Read("second.c"));
+    }
+    m_boxes.Clear();
+    m_boxes.Queue({IDYES, IDYES});
+    EXPECT_TRUE(CloseFrame());
+    EXPECT_EQ(2u, m_boxes.Boxes().size());
+    EXPECT_NE(std::string::npos, m_boxes.Boxes()[1].text.find("first.c"));
+    EXPECT_EQ("a1\r\n", Read("first.c"));
+    EXPECT_EQ("b2\n", Read("second.c"));
+}
+
+// --- saves that fail, and what a save keeps
+
+TEST_F(EditorTest, SaveOverAFileHeldOpenLeavesItWholeAndGoesThroughLater)
+{
+    for (bool backup : {false, true}) {
+        SCOPED_TRACE(backup);
+        theApp.flags = backup ? theApp.flags | KF_BACKUP : theApp.flags & ~KF_BACKUP;
+        CKmFileEdit* edit = OpenWith("held.c", "line one\nline two\n");
+        ASSERT_NE(nullptr, edit);
+        InsertAtStart(edit, "changed ");
+        // Another program reads the file and lets nobody write or delete it.
+        HANDLE holder = ::CreateFileA(Path("held.c").c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                      nullptr, OPEN_EXISTING, 0, nullptr);
+        ASSERT_NE(INVALID_HANDLE_VALUE, holder);
+        m_boxes.Clear();
+        m_boxes.Queue({IDOK});
+        Save(edit);
+        ::CloseHandle(holder);
+        ASSERT_EQ(1u, m_boxes.Boxes().size()); // backup included, one report
+        EXPECT_EQ(0u,
+                  m_boxes.Boxes()[0].text.find("Error accessing '" + FullLower("held.c") + "'\n"))
+            << m_boxes.Boxes()[0].text;
+        EXPECT_EQ("line one\nline two\n", Read("held.c"));
+        EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
+        EXPECT_EQ(std::vector<std::string>{"held.c"}, FilesIn(m_dir));
+
+        Save(edit); // once the other program lets go
+        EXPECT_EQ(1u, m_boxes.Boxes().size());
+        EXPECT_EQ("changed line one\nline two\n", Read("held.c"));
+        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+        Close(edit->m_hWnd);
+        ::DeleteFileA(Path("held.BAK").c_str());
+    }
+}
+
+TEST_F(EditorTest, SaveKeepsTheAttributesOfTheFile)
+{
+    Write("hidden.c", "text\r\n");
+    const DWORD kept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN;
+    ASSERT_TRUE(::SetFileAttributesA(Path("hidden.c").c_str(), kept));
+    CKmFileEdit* edit = Open("hidden.c");
+    ASSERT_NE(nullptr, edit);
+    InsertAtStart(edit, "more ");
+    Save(edit);
+    EXPECT_EQ("more text\r\n", Read("hidden.c"));
+    EXPECT_EQ(kept, ::GetFileAttributesA(Path("hidden.c").c_str()) & 0x3F);
+    EXPECT_EQ(std::vector<std::string>{"hidden.c"}, FilesIn(m_dir));
+}
+
+TEST_F(EditorTest, SaveOfAnUnmodifiedWindowWritesNothing)
+{
+    Write("clean.c", "clean\n");
+    HANDLE file = ::CreateFileA(Path("clean.c").c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
+    const FILETIME old = {0, 0x01C0A000}; // far from any write the test makes
+    ::SetFileTime(file, nullptr, nullptr, &old);
+    ::CloseHandle(file);
+    CKmFileEdit* edit = Open("clean.c");
+    ASSERT_NE(nullptr, edit);
+    Command(ID_FILE_SAVE); // Ctrl+S
+    FILETIME now = WriteTime(Path("clean.c"));
+    EXPECT_EQ(0, ::CompareFileTime(&old, &now));
+    InsertAtStart(edit, "un");
+    Command(ID_FILE_SAVE); // on a modified window it does write
+    now = WriteTime(Path("clean.c"));
+    EXPECT_NE(0, ::CompareFileTime(&old, &now));
+    EXPECT_EQ("unclean\n", Read("clean.c"));
+}
+
+// --- windows and titles
+
+TEST_F(EditorTest, OpeningTheSamePathAgainGivesTheSameWindow)
+{
+    CKmFileEdit* edit = OpenWith("Same.C", "x\r\n");
+    ASSERT_NE(nullptr, edit);
+    InsertAtStart(edit, "unsaved ");
+    EXPECT_EQ(edit, m_frame->OpenFile("same.c", false, false));
+    EXPECT_EQ(edit, m_frame->OpenFile(FullLower("SAME.c").c_str(), false, false));
+    EXPECT_EQ(edit, m_frame->OpenFile(Path("same.c").c_str(), true, false)); // read-only too
+    PumpUntilIdle();
+    EXPECT_EQ(1u, Children().size());
+    EXPECT_EQ("unsaved x\r\n", WindowText(EditOf(edit))); // not loaded anew
+
+    // A hex view of it asks first; Cancel keeps the editor as it is.
+    m_boxes.Queue({IDCANCEL});
+    EXPECT_EQ(nullptr, m_frame->OpenFile(Path("same.c").c_str(), true, true));
+    PumpUntilIdle();
+    EXPECT_EQ(
+        std::vector<std::string>{"Save changes to '" + FullLower("same.c") + "'\nbefore closing?"},
+        m_boxes.Texts());
+    EXPECT_EQ(1u, Children().size());
+    EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
+    edit->m_flags &= ~CF_MODIFIED;
+}
+
+TEST_F(EditorTest, CaptionIsTheLowerCaseFullPathAndAnIconBreaksItAtTheLastBackslash)
+{
+    ASSERT_TRUE(::CreateDirectoryA(Path("My Dir").c_str(), nullptr));
+    for (const char* name : {"MixedCase.TXT", "My Dir\\a b.c"}) {
+        SCOPED_TRACE(name);
+        const std::string path = FullLower(name);
+        CKmFileEdit* edit = OpenWith(name, "x\r\n");
+        ASSERT_NE(nullptr, edit);
+        EXPECT_EQ(path, WindowText(edit->m_hWnd));
+        EXPECT_EQ(edit, m_frame->FindChildByPath(path.c_str()));
+        EXPECT_EQ(nullptr, m_frame->FindChildByPath(Path(name).c_str()));
+        // Restored after a minimise, only the blank the icon took goes back:
+        // a window that never was an icon keeps the blanks of its path.
+        for (WPARAM size : {SC_MAXIMIZE, SC_RESTORE, SC_MINIMIZE, SC_RESTORE}) {
+            ::SendMessageA(edit->m_hWnd, WM_SYSCOMMAND, size, 0);
+            PumpUntilIdle();
+            std::string shown = path;
+            if (::IsIconic(edit->m_hWnd))
+                shown[shown.rfind('\\')] = ' ';
+            EXPECT_EQ(shown, WindowText(edit->m_hWnd));
+            EXPECT_EQ(path, Title(edit));
+            EXPECT_EQ(edit, m_frame->FindChildByPath(path.c_str()));
+        }
+        EXPECT_EQ(edit, m_frame->OpenFile(path.c_str(), false, false));
+        InsertAtStart(edit, "y");
+        Save(edit);
+        Close(edit->m_hWnd);
+        edit = Open(name);
+        ASSERT_NE(nullptr, edit);
+        EXPECT_EQ("yx\r\n", WindowText(EditOf(edit)));
+    }
+}
+
+// Where the file system keeps a creation time that can be set at all.
+TEST_F(EditorTest, SaveKeepsTheCreationTime)
+{
+    Write("born.c", "old\r\n");
+    const FILETIME born = {0x2F2A8000, 0x01C06F82}; // a day in 2001
+    HANDLE file = ::CreateFileA(Path("born.c").c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
+    ::SetFileTime(file, &born, nullptr, nullptr);
+    ::CloseHandle(file);
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
+    if (::CompareFileTime(&data.ftCreationTime, &born) != 0)
+        GTEST_SKIP() << "this file system keeps no creation time of its own";
+    CKmFileEdit* edit = Open("born.c");
+    ASSERT_NE(nullptr, edit);
+    InsertAtStart(edit, "new ");
+    Save(edit);
+    EXPECT_EQ("new old\r\n", Read("born.c"));
+    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
+    EXPECT_EQ(0, ::CompareFileTime(&data.ftCreationTime, &born));
+}
+
+// The test run makes KM_LOCKED_DIR a directory that takes no new file but
+// holds a writable one, locked.c; the save then writes the file in place.
+TEST_F(EditorTest, DirectoryThatRefusesNewFilesSavesInPlace)
+{
+    const char* unixDir = std::getenv("KM_LOCKED_DIR");
+    if (!unixDir)
+        GTEST_SKIP() << "KM_LOCKED_DIR is not set";
+    std::string dir = std::string("Z:") + unixDir;
+    for (char& ch : dir)
+        ch = ch == '/' ? '\\' : ch;
+    HANDLE probe = ::CreateFileA((dir + "\\probe.c").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                 FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (probe != INVALID_HANDLE_VALUE) {
+        ::CloseHandle(probe);
+        GTEST_SKIP() << "the directory could not be locked here";
+    }
+    CKmChild* child = m_frame->OpenFile((dir + "\\locked.c").c_str(), false, false);
+    PumpUntilIdle();
+    ASSERT_NE(nullptr, child);
+    InsertAtStart(child, "saved ");
+    Save(child);
+    EXPECT_EQ("saved locked\r\n", ReadFileBytes(dir + "\\locked.c"));
+    EXPECT_FALSE(child->m_flags & CF_MODIFIED);
+    EXPECT_EQ(std::vector<std::string>{"locked.c"}, FilesIn(dir));
+}
+
+TEST_F(EditorTest, NewWindowsAreNumberedOnwards)
+{
+    Command(ID_FILE_NEW);
+    Command(ID_FILE_NEW);
+    std::vector<HWND> children = Children();
+    ASSERT_EQ(2u, children.size());
+    EXPECT_EQ("File2", WindowText(children[0])); // the newest in front
+    EXPECT_EQ("File1", WindowText(children[1]));
+    EXPECT_TRUE(KmChildOf(children[0])->m_flags & CF_UNTITLED);
+    Close(children[0]); // a closed number is not given again
+    Command(ID_FILE_NEW);
+    EXPECT_EQ("File3", WindowText(Children()[0]));
+}
+
+} // namespace
