@@ -747,3 +747,60 @@ TEST_F(ShellTest, TheFrameLetsGoOfEveryMenuAtItsEnd)
 }
 
 } // namespace
+
+// --- what reaches the subsystems, the recent files, Save All
+
+std::vector<UINT> g_posted; // commands taken from the queue
+
+LRESULT CALLBACK WatchPosted(int code, WPARAM wParam, LPARAM lParam)
+{
+    const MSG* msg = reinterpret_cast<const MSG*>(lParam);
+    if (code == HC_ACTION && wParam == PM_REMOVE && msg->message == WM_COMMAND)
+        g_posted.push_back(LOWORD(msg->wParam));
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// The subsystems' command targets come after the child and the frame:
+// context help reaches the help commands, which hand it to the child.
+TEST_F(ShellTest, CommandsTheChildAndFrameLeaveReachTheSubsystems)
+{
+    MakeChild<CShadowChild>("helped");
+    HHOOK hook = ::SetWindowsHookExA(WH_GETMESSAGE, WatchPosted, nullptr, ::GetCurrentThreadId());
+    g_posted.clear();
+    Command(ID_HELP_CONTEXT);
+    ::UnhookWindowsHookEx(hook);
+    EXPECT_EQ(std::vector<UINT>{ID_HELP_CONTEXT_CHILD}, g_posted);
+}
+
+// An exchange with the first slot, not a move to the front; a seventh file
+// pushes the oldest out.
+TEST_F(ShellTest, RememberingAFileExchangesItWithTheNewest)
+{
+    const auto slots = [] {
+        std::vector<std::string> names;
+        for (const CString& path : theApp.recentFiles)
+            names.push_back(path.str());
+        return names;
+    };
+    for (const char* path : {"a", "b", "c", "d", "e", "f", "g"})
+        theApp.RememberFile(path);
+    EXPECT_EQ((std::vector<std::string>{"g", "f", "e", "d", "c", "b"}), slots());
+    theApp.RememberFile("d");
+    EXPECT_EQ((std::vector<std::string>{"d", "f", "e", "g", "c", "b"}), slots());
+}
+
+TEST_F(ShellTest, SaveAllSavesEveryModifiedFileWithoutAsking)
+{
+    Write("one.c", "1\r\n");
+    Write("two.c", "2\r\n");
+    for (const char* name : {"one.c", "two.c"}) {
+        CKmChild* child = m_frame->OpenFile(Path(name).c_str(), false, false);
+        ASSERT_TRUE(child && child->IsKindOf(RUNTIME_CLASS(CKmFileEdit)));
+        ::SendMessageA(static_cast<CKmFileEdit*>(child)->Edit().m_hWnd, EM_REPLACESEL, TRUE,
+                       reinterpret_cast<LPARAM>("x"));
+    }
+    Command(ID_FILE_SAVEALL);
+    EXPECT_EQ("x1\r\n", Read("one.c"));
+    EXPECT_EQ("x2\r\n", Read("two.c"));
+    EXPECT_TRUE(m_boxes.Boxes().empty());
+}

@@ -331,13 +331,15 @@ TEST_F(EditorTest, SaveOverAFileHeldOpenLeavesItWholeAndGoesThroughLater)
     for (bool backup : {false, true}) {
         SCOPED_TRACE(backup);
         theApp.flags = backup ? theApp.flags | KF_BACKUP : theApp.flags & ~KF_BACKUP;
-        CKmFileEdit* edit = OpenWith("held.c", "line one\nline two\n");
-        ASSERT_NE(nullptr, edit);
-        InsertAtStart(edit, "changed ");
-        // Another program reads the file and lets nobody write or delete it.
+        Write("held.c", "line one\nline two\n");
+        // Another program reads the file and lets nobody write or delete it;
+        // a reader that lets others read does not stop the load.
         HANDLE holder = ::CreateFileA(Path("held.c").c_str(), GENERIC_READ, FILE_SHARE_READ,
                                       nullptr, OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(INVALID_HANDLE_VALUE, holder);
+        CKmFileEdit* edit = Open("held.c");
+        ASSERT_NE(nullptr, edit);
+        InsertAtStart(edit, "changed ");
         m_boxes.Clear();
         m_boxes.Queue({IDOK});
         Save(edit);
@@ -346,6 +348,8 @@ TEST_F(EditorTest, SaveOverAFileHeldOpenLeavesItWholeAndGoesThroughLater)
         EXPECT_EQ(0u,
                   m_boxes.Boxes()[0].text.find("Error accessing '" + FullLower("held.c") + "'\n"))
             << m_boxes.Boxes()[0].text;
+        EXPECT_NE(std::string::npos, m_boxes.Boxes()[0].text.find(
+                                         "\nSHARE.EXE not loaded or shared region is locked"));
         EXPECT_EQ("line one\nline two\n", Read("held.c"));
         EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
         EXPECT_EQ(std::vector<std::string>{"held.c"}, FilesIn(m_dir));
