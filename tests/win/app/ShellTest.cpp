@@ -59,11 +59,12 @@ class CShadowChild : public CKmChild
 {
   public:
     CShadowChild() : CKmChild(0) {}
-    int cascades = 0;
+    int cascades = 0, helpRequests = 0;
     bool refuse = false;
 
   protected:
     void OnCascade() { ++cascades; }
+    void OnHelp() { ++helpRequests; }
     LRESULT OnQueryEndSession(WPARAM, LPARAM) { return refuse ? 0 : 1; }
     DECLARE_MESSAGE_MAP()
 };
@@ -71,6 +72,7 @@ class CShadowChild : public CKmChild
 // clang-format off
 BEGIN_MESSAGE_MAP(CShadowChild, CKmChild)
     ON_COMMAND(ID_WINDOW_CASCADE, OnCascade)
+    ON_COMMAND(ID_HELP_CONTEXT_CHILD, OnHelp)
     ON_MESSAGE(WM_QUERYENDSESSION, OnQueryEndSession)
 END_MESSAGE_MAP()
 // clang-format on
@@ -363,6 +365,17 @@ std::vector<std::pair<UINT, std::string>> RecentItems(HMENU file)
 
 TEST_F(ShellTest, RecentFilesAreRebuiltWhenDirtyAndCutByTheCurrentDirectory)
 {
+    // Newest first, six at most; one remembered again changes places with
+    // the first rather than moving to the front, which is intended.
+    for (const char* name : {"a", "b", "c", "d", "e", "f", "g", "d"})
+        theApp.RememberFile(name);
+    std::string order;
+    for (const CString& recent : theApp.recentFiles)
+        order += recent.c_str();
+    EXPECT_EQ("dfegcb", order);
+    for (CString& recent : theApp.recentFiles)
+        recent.Empty();
+
     HMENU file = ::GetSubMenu(::GetMenu(m_frameWnd), POPUP_FILE);
     const int count = ::GetMenuItemCount(file);
     theApp.recentFilesDirty = 1;
@@ -496,6 +509,8 @@ TEST_F(ShellTest, AHandlerInTheChildShadowsTheFrames)
     EXPECT_EQ(ARRANGE_MAXIMISED, theApp.arrange); // the frame's handler didn't run
     Command(ID_WINDOW_TILEHORZ);
     EXPECT_EQ(ARRANGE_TILEDOWN, theApp.arrange); // what the child lacks goes on to the frame
+    Command(ID_HELP_CONTEXT); // and then to the subsystems: help asks the child back
+    EXPECT_EQ(1, child->helpRequests);
     child->MDIDestroy();
     PumpUntilIdle();
     Command(ID_WINDOW_CASCADE);
