@@ -199,14 +199,6 @@ TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
     EXPECT_FALSE(Exists(Path("nothing.BAK")));
 }
 
-// Paths identify windows in lower case: A to Z only, bytes above 127 stay.
-TEST(CStringTest, MakeLowerFoldsAToZOnly)
-{
-    CString text("AZaz@[\xC4\xDE");
-    text.MakeLower();
-    EXPECT_STREQ("azaz@[\xC4\xDE", text.c_str());
-}
-
 // --- messages and reports
 
 TEST_F(FileUtilTest, MessagesFormatTheirStringAndGiveTheButton)

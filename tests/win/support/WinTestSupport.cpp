@@ -62,26 +62,12 @@ BoxAnswerer::~BoxAnswerer()
         g_answerer = nullptr;
 }
 
-void BoxAnswerer::Clear()
-{
-    m_queue.clear();
-    m_boxes.clear();
-}
-
 std::vector<std::string> BoxAnswerer::Texts() const
 {
     std::vector<std::string> texts;
     for (const Box& box : m_boxes)
         texts.push_back(box.text);
     return texts;
-}
-
-int BoxAnswerer::Unexpected() const
-{
-    int count = 0;
-    for (const Box& box : m_boxes)
-        count += !box.expected;
-    return count;
 }
 
 LRESULT CALLBACK BoxAnswerer::Hook(int code, WPARAM wParam, LPARAM lParam)

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <set>
@@ -46,12 +47,16 @@ class BoxAnswerer
 
     void Queue(std::initializer_list<int> buttons) { m_queue.insert(m_queue.end(), buttons); }
     void WhenUnexpected(std::initializer_list<int> order) { m_order = order; }
-    void Clear();
+    void Clear() { m_queue.clear(), m_boxes.clear(); }
 
     const std::vector<Box>& Boxes() const { return m_boxes; }
     std::vector<std::string> Texts() const;
     size_t Pending() const { return m_queue.size(); }
-    int Unexpected() const;
+    int Unexpected() const
+    {
+        return static_cast<int>(std::count_if(m_boxes.begin(), m_boxes.end(),
+                                              [](const Box& box) { return !box.expected; }));
+    }
 
   private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
