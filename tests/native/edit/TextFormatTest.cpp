@@ -3,19 +3,56 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
 {
 
-int FindNonAnsi(const std::string& text)
+std::string With(size_t size, size_t at, char byte)
 {
-    return FindNonAnsiByte(text.data(), text.size());
+    std::string text(size, 'x');
+    text[at] = byte;
+    return text;
 }
 
-FileFormat Detect(const std::string& text, size_t& count)
+TEST(NonAnsiCheck, FirstControlByteAmongTheFirst256ButNotTheLastOfAShortText)
 {
-    return DetectFormat(text.data(), text.size(), count);
+    const std::tuple<std::string, int, const char*> rows[] = {
+        // clang-format off
+        {"a\tb\nc\vd\fe\rf g\x80\xff!", -1, "white space, high bytes"},
+        {std::string("abc\0def", 7), 3, "NUL"}, {"a\010\037bc", 1, "BS"}, {"\x1b[0m", 0, "ESC"},
+        {"ab\016\037c", 2, "SO"}, {With(1000, 255, '\x01'), 255, "last tested"},
+        {With(1000, 256, '\x01'), -1, "beyond 256"}, {With(256, 255, '\0'), 255, "exactly 256"},
+        {std::string(1, '\0'), -1, "one byte"}, {"", -1, "empty"},
+        {With(10, 9, '\x02'), -1, "last of 10"}, {With(10, 8, '\x02'), 8, "last but one of 10"},
+        {With(255, 254, '\x03'), -1, "last of 255"},
+        // clang-format on
+    };
+    for (const auto& [text, expected, note] : rows) {
+        SCOPED_TRACE(note);
+        EXPECT_EQ(expected, FindNonAnsiByte(text.data(), text.size()));
+    }
+}
+
+TEST(Detection, FirstCrLfDecidesElseTheKindsOfTerminators)
+{
+    const std::tuple<std::string, size_t, FileFormat, size_t> rows[] = {
+        // clang-format off
+        {"", 0, FF_DOS, 0}, {"int main() { return 0; }", 24, FF_NONE, 0},
+        {"a\nb\n\nc", 6, FF_UNIX, 3}, {"a\rb\r\rc\r", 7, FF_MAC, 4}, {"\n", 1, FF_UNIX, 1},
+        {"\r", 1, FF_MAC, 1}, {"a\r\nb\nc\rd\n", 9, FF_DOS, 0}, {"a\nb\nc\r\nd", 8, FF_MIXED, 2},
+        {"a\rb\r\n", 5, FF_MIXED, 1}, {"a\nb\rc\n", 6, FF_MIXED, 1}, {"a\r\r\nb", 5, FF_MIXED, 1},
+        {"a\n\rb", 4, FF_MIXED, 1}, // a lone CR after LF is no CR LF
+        {"a\r\n", 2, FF_MAC, 1},    // a CR at the very end is a lone CR
+        // clang-format on
+    };
+    for (const auto& [text, length, format, expectedCount] : rows) {
+        SCOPED_TRACE(::testing::PrintToString(text));
+        size_t count = 99;
+        EXPECT_EQ(format, DetectFormat(text.data(), length, count));
+        EXPECT_EQ(expectedCount, count);
+    }
 }
 
 // Detects and expands as loading does: into a block of its own when copy
@@ -23,198 +60,67 @@ FileFormat Detect(const std::string& text, size_t& count)
 std::string Expand(const std::string& text, bool copy)
 {
     size_t count = 0;
-    FileFormat format = Detect(text, count);
+    FileFormat format = DetectFormat(text.data(), text.size(), count);
     std::vector<char> block(text.size() + count + 1, '#');
-    size_t length = 0;
-    if (copy) {
-        length = ExpandTerminators(text.data(), text.size(), count, format, block.data());
-    } else {
+    if (!copy)
         std::copy(text.begin(), text.end(), block.begin());
-        length = ExpandTerminators(block.data(), text.size(), count, format);
-    }
+    size_t length = copy ? ExpandTerminators(text.data(), text.size(), count, format, block.data())
+                         : ExpandTerminators(block.data(), text.size(), count, format);
     EXPECT_EQ(text.size() + count, length);
     EXPECT_EQ('\0', block[length]);
     return std::string(block.data(), length);
 }
 
-std::string Contract(const std::string& text, FileFormat format)
+TEST(Expansion, UnixAndMacBecomeCrLfOthersAreCopied)
 {
-    std::string out(text.size(), '#');
-    size_t length = ContractTerminators(text.data(), text.size(), &out[0], format);
-    out.resize(length);
+    std::string large, largeExpanded;
+    for (int i = 0; i < 20000; ++i) {
+        large += "line " + std::to_string(i) + "\n";
+        largeExpanded += "line " + std::to_string(i) + "\r\n";
+    }
+    const std::tuple<std::string, std::string> rows[] = {
+        // clang-format off
+        {"a\nbb\n\nc", "a\r\nbb\r\n\r\nc"}, {"\na\n", "\r\na\r\n"}, {"a\rb\r", "a\r\nb\r\n"},
+        {"\r\r", "\r\n\r\n"}, {"", ""}, {"one line", "one line"},
+        {large + "tail", largeExpanded + "tail"},
+        // clang-format on
+    };
+    for (const auto& [in, out] : rows) {
+        for (bool copy : {true, false}) {
+            SCOPED_TRACE(::testing::PrintToString(in.substr(0, 20)) + (copy ? " copy" : ""));
+            EXPECT_EQ(out, Expand(in, copy));
+        }
+    }
+}
+
+std::string Contract(std::string text, FileFormat format, bool inPlace)
+{
+    std::string out = inPlace ? text : std::string(text.size(), '#');
+    out.resize(ContractTerminators(inPlace ? &out[0] : text.data(), text.size(), &out[0], format));
     return out;
 }
 
-std::string ContractInPlace(std::string text, FileFormat format)
+TEST(Contraction, CrLfAndLoneCrBecomeTheTerminatorLoneLfStaysInPlaceOrNot)
 {
-    text.resize(ContractTerminators(text.data(), text.size(), &text[0], format));
-    return text;
-}
-
-TEST(NonAnsiCheck, RejectsControlBytesButNotWhiteSpaceOrHighBytes)
-{
-    EXPECT_EQ(-1, FindNonAnsi("a\tb\nc\vd\fe\rf g\x80\xff!"));
-    EXPECT_EQ(3, FindNonAnsi(std::string("abc\0def", 7)));
-    EXPECT_EQ(1, FindNonAnsi("a\x08\x1f"
-                             "bc"));
-    EXPECT_EQ(0, FindNonAnsi("\x1b[0m"));
-    EXPECT_EQ(2, FindNonAnsi("ab\x0e\x1f"
-                             "c"));
-}
-
-TEST(NonAnsiCheck, TestsTheFirst256BytesOnly)
-{
-    std::string text(1000, 'x');
-    text[255] = '\x01';
-    EXPECT_EQ(255, FindNonAnsi(text));
-    text[255] = 'x';
-    text[256] = '\x01';
-    EXPECT_EQ(-1, FindNonAnsi(text));
-
-    std::string exact(256, 'x');
-    exact[255] = '\0';
-    EXPECT_EQ(255, FindNonAnsi(exact));
-}
-
-TEST(NonAnsiCheck, ShortTextLeavesOutItsLastByte)
-{
-    EXPECT_EQ(-1, FindNonAnsi(std::string(1, '\0')));
-    EXPECT_EQ(-1, FindNonAnsiByte("", 0));
-    std::string ten(10, 'x');
-    ten[9] = '\x02';
-    EXPECT_EQ(-1, FindNonAnsi(ten));
-    ten[8] = '\x02';
-    EXPECT_EQ(8, FindNonAnsi(ten));
-
-    std::string short255(255, 'x');
-    short255[254] = '\x03';
-    EXPECT_EQ(-1, FindNonAnsi(short255));
-}
-
-TEST(Detection, EmptyTextIsDos)
-{
-    size_t count = 5;
-    EXPECT_EQ(FF_DOS, DetectFormat("", 0, count));
-    EXPECT_EQ(0u, count);
-}
-
-TEST(Detection, SingleLineWithoutTerminatorHasNone)
-{
-    size_t count = 5;
-    EXPECT_EQ(FF_NONE, Detect("int main() { return 0; }", count));
-    EXPECT_EQ(0u, count);
-}
-
-TEST(Detection, CountsUniformTerminators)
-{
-    size_t count = 0;
-    EXPECT_EQ(FF_UNIX, Detect("a\nb\n\nc", count));
-    EXPECT_EQ(3u, count);
-    EXPECT_EQ(FF_MAC, Detect("a\rb\r\rc\r", count));
-    EXPECT_EQ(4u, count);
-    EXPECT_EQ(FF_UNIX, Detect("\n", count));
-    EXPECT_EQ(1u, count);
-    EXPECT_EQ(FF_MAC, Detect("\r", count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Detection, FirstCrLfDecidesAndStops)
-{
-    size_t count = 9;
-    EXPECT_EQ(FF_DOS, Detect("a\r\nb\nc\rd\n", count));
-    EXPECT_EQ(0u, count);
-    EXPECT_EQ(FF_MIXED, Detect("a\nb\nc\r\nd", count));
-    EXPECT_EQ(2u, count);
-    EXPECT_EQ(FF_MIXED, Detect("a\rb\r\n", count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Detection, ChangeOfKindIsMixed)
-{
-    size_t count = 0;
-    EXPECT_EQ(FF_MIXED, Detect("a\nb\rc\n", count));
-    EXPECT_EQ(1u, count);
-    EXPECT_EQ(FF_MIXED, Detect("a\r\r\nb", count));
-    EXPECT_EQ(1u, count);
-    // LF then CR: a lone CR is no CR LF.
-    EXPECT_EQ(FF_MIXED, Detect("a\n\rb", count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Detection, CrAtTheVeryEndIsALoneCr)
-{
-    const char text[] = "a\r\n";
-    size_t count = 0;
-    EXPECT_EQ(FF_MAC, DetectFormat(text, 2, count));
-    EXPECT_EQ(1u, count);
-}
-
-TEST(Expansion, UnixAndMacBecomeCrLf)
-{
-    for (bool copy : {true, false}) {
-        EXPECT_EQ("a\r\nbb\r\n\r\nc", Expand("a\nbb\n\nc", copy));
-        EXPECT_EQ("\r\na\r\n", Expand("\na\n", copy));
-        EXPECT_EQ("a\r\nb\r\n", Expand("a\rb\r", copy));
-        EXPECT_EQ("\r\n\r\n", Expand("\r\r", copy));
+    const std::tuple<std::string, FileFormat, std::string> rows[] = {
+        // clang-format off
+        {"a\r\nb\rc\r\n", FF_UNIX, "a\nb\nc\n"}, {"a\r\nb\rc\r\n", FF_MAC, "a\rb\rc\r"},
+        {"a\r\nb\rc\r\n", FF_MIXED, "a\rb\rc\r"}, {"a\r\nb\rc", FF_DOS, "a\r\nb\rc"},
+        {"a\r\nb\nc\r\n", FF_MAC, "a\rb\nc\r"}, {"a\r\nb\nc", FF_UNIX, "a\nb\nc"},
+        {"\n\r\n", FF_MAC, "\n\r"}, {"a\r\nlast", FF_UNIX, "a\nlast"}, {"", FF_UNIX, ""},
+        {"a\r", FF_UNIX, "a\n"}, {"x\r\ny\r\n\r\nz", FF_UNIX, "x\ny\n\nz"},
+        {"x\r\ny", FF_MAC, "x\ry"},
+        // clang-format on
+    };
+    for (const auto& [in, format, out] : rows) {
+        SCOPED_TRACE(::testing::PrintToString(in));
+        EXPECT_EQ(out, Contract(in, format, false));
+        EXPECT_EQ(out, Contract(in, format, true));
     }
-}
-
-TEST(Expansion, TextWithoutTerminatorsIsCopied)
-{
-    for (bool copy : {true, false}) {
-        EXPECT_EQ("", Expand("", copy));
-        EXPECT_EQ("one line", Expand("one line", copy));
-    }
-}
-
-TEST(Expansion, LargeTextInPlace)
-{
-    std::string text;
-    std::string expected;
-    for (int i = 0; i < 20000; ++i) {
-        std::string line = "line " + std::to_string(i);
-        text += line + "\n";
-        expected += line + "\r\n";
-    }
-    text += "tail";
-    expected += "tail";
-    EXPECT_EQ(expected, Expand(text, false));
-}
-
-TEST(Contraction, CrLfAndLoneCrBecomeTheFormatsTerminator)
-{
-    EXPECT_EQ("a\nb\nc\n", Contract("a\r\nb\rc\r\n", FF_UNIX));
-    EXPECT_EQ("a\rb\rc\r", Contract("a\r\nb\rc\r\n", FF_MAC));
-    EXPECT_EQ("a\rb\rc\r", Contract("a\r\nb\rc\r\n", FF_MIXED));
-    EXPECT_EQ("a\r\nb\rc", Contract("a\r\nb\rc", FF_DOS));
-}
-
-TEST(Contraction, LoneLfStays)
-{
-    EXPECT_EQ("a\rb\nc\r", Contract("a\r\nb\nc\r\n", FF_MAC));
-    EXPECT_EQ("a\nb\nc", Contract("a\r\nb\nc", FF_UNIX));
-    EXPECT_EQ("\n\r", Contract("\n\r\n", FF_MAC));
-}
-
-TEST(Contraction, AddsAndRemovesNoTerminatorAtTheEnd)
-{
-    EXPECT_EQ("a\nlast", Contract("a\r\nlast", FF_UNIX));
-    EXPECT_EQ("", Contract("", FF_UNIX));
-    EXPECT_EQ("a\n", Contract("a\r", FF_UNIX));
-}
-
-TEST(Contraction, CanWorkInPlace)
-{
-    EXPECT_EQ("x\ny\n\nz", ContractInPlace("x\r\ny\r\n\r\nz", FF_UNIX));
-    EXPECT_EQ("x\ry", ContractInPlace("x\r\ny", FF_MAC));
-}
-
-TEST(RoundTrip, UnixAndMacFilesComeBackUnchanged)
-{
+    // Unix and Mac files come back unchanged from a load and a save.
     for (const std::string text : {"a\nb\n", "a\n\nb"})
-        EXPECT_EQ(text, Contract(Expand(text, false), FF_UNIX));
-    const std::string mac = "a\rb\r\rc";
-    EXPECT_EQ(mac, Contract(Expand(mac, true), FF_MAC));
+        EXPECT_EQ(text, Contract(Expand(text, false), FF_UNIX, true));
+    EXPECT_EQ("a\rb\r\rc", Contract(Expand("a\rb\r\rc", true), FF_MAC, false));
 }
 
 } // namespace

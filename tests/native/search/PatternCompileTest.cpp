@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -12,94 +12,122 @@ namespace
 
 using Bytes = std::vector<unsigned char>;
 
-Bytes CodeOf(const std::string& pattern, bool fold = false)
-{
-    Compiled c(pattern, fold);
-    EXPECT_EQ(PATTERN_OK, c.result) << pattern;
-    return c.Code();
-}
-
-int ResultOf(const std::string& pattern)
-{
-    Compiled c(pattern);
-    return c.result;
-}
-
-// A set op with its map trimmed of trailing zero bytes.
-Bytes SetOp(int op, std::initializer_list<int> members)
+// A set op with its map trimmed of trailing zero bytes, then more code.
+Bytes SetOp(int op, const std::string& members, Bytes tail = {})
 {
     unsigned char map[32] = {};
-    for (int c : members)
+    for (unsigned char c : members)
         map[c >> 3] |= static_cast<unsigned char>(1 << (c & 7));
     int length = 32;
     while (length > 0 && map[length - 1] == 0)
         length--;
     Bytes code{static_cast<unsigned char>(op), static_cast<unsigned char>(length)};
     code.insert(code.end(), map, map + length);
+    code.insert(code.end(), tail.begin(), tail.end());
     return code;
 }
 
-Bytes Join(std::initializer_list<Bytes> parts)
+TEST(PatternCompile, Code)
 {
-    Bytes all;
-    for (const Bytes& part : parts)
-        all.insert(all.end(), part.begin(), part.end());
-    return all;
+    const std::string upper = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    const std::tuple<const char*, bool, Bytes> rows[] = {
+        // clang-format off
+        {"ab*c", 0, {1, 1, 'a', 5, 6, 0, 1, 1, 'b', 7, 0xF7, 0xFF, 1, 1, 'c'}},
+        {"ab+c", 0, {8, 3, 0, 5, 7, 0, 1, 2, 'a', 'b', 7, 0xF6, 0xFF, 1, 1, 'c'}},
+        {"ab?c", 0, {5, 4, 0, 1, 2, 'a', 'b', 1, 1, 'c'}},
+        {"\\(ab\\)*\\1", 0, {12, 1, 5, 9, 0, 1, 2, 'a', 'b', 13, 1, 7, 0xF4, 0xFF, 14, 1}},
+        {"\\(ab\\)+", 0, {12, 1, 8, 3, 0, 5, 9, 0, 1, 2, 'a', 'b', 13, 1, 7, 0xF4, 0xFF}},
+        {"^a$", 0, {2, 1, 1, 'a', 3}}, {"\\<if\\>", 0, {0x12, 1, 2, 'i', 'f', 0x13}},
+        {"x\\|y", 0, {1, 3, 'x', '|', 'y'}}, {"", 0, {}},
+        // A repeat without a previous element is a literal.
+        {"*abc", 0, {1, 4, '*', 'a', 'b', 'c'}}, {"+a", 0, {1, 2, '+', 'a'}},
+        {"?a", 0, {1, 2, '?', 'a'}}, {"\\(*a\\)", 0, {12, 1, 1, 2, '*', 'a', 13, 1}},
+        {"^*a", 0, {2, 1, 2, '*', 'a'}},
+        // A repeat after an element without mark wraps the construct.
+        {"a*\\<*", 0, {5, 13, 0, 5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF, 0x12, 7, 0xF0, 0xFF}},
+        // '*' or '^' after a byte starts a literal of its own; '+' and '?'
+        // don't look ahead, so they repeat the whole literal.
+        {"xa^b", 0, {1, 1, 'x', 1, 3, 'a', '^', 'b'}},
+        {"abc^", 0, {1, 2, 'a', 'b', 1, 2, 'c', '^'}}, {"a^$b", 0, {1, 4, 'a', '^', '$', 'b'}},
+        // Anchors by context.
+        {"\\(^a\\)", 0, {12, 1, 2, 1, 1, 'a', 13, 1}}, {"^^a", 0, {2, 2, 1, 1, 'a'}},
+        {"a\n^b", 0, {1, 1, 'a', 1, 1, '\n', 2, 1, 1, 'b'}}, {"a$b", 0, {1, 3, 'a', '$', 'b'}},
+        {"a$", 0, {1, 1, 'a', 3}}, {"\\(a$\\)", 0, {12, 1, 1, 1, 'a', 3, 13, 1}},
+        {"$$", 0, {1, 1, '$', 3}}, {"$\n", 0, {3, 1, 1, '\n'}},
+        {"$*", 0, {5, 6, 0, 1, 1, '$', 7, 0xF7, 0xFF}},
+        // Sets: ']' first is a member, '-' first or last is a member, the
+        // only escape is \t.
+        {"[a-cx]", 0, SetOp(OP_CHAR_SET, "abcx")}, {"[^0-2]", 0, SetOp(OP_CHAR_SET_NOT, "012")},
+        {"[z-a]", 0, {10, 0}}, {"[^z-a]", 0, {11, 0}}, {"[]]", 0, SetOp(OP_CHAR_SET, "]")},
+        {"[^]a]", 0, SetOp(OP_CHAR_SET_NOT, "]a")}, {"[-a]", 0, SetOp(OP_CHAR_SET, "-a")},
+        {"[a-]", 0, SetOp(OP_CHAR_SET, "-a")}, {"[\\tx]", 0, SetOp(OP_CHAR_SET, "\tx")},
+        {"[\\]]", 0, SetOp(OP_CHAR_SET, "\\", {1, 1, ']'})},
+        {"[a-z]", 1, SetOp(OP_CHAR_SET, upper)}, {"[Z-a]", 1, {10, 0}},
+        {"[Z-a]", 0, SetOp(OP_CHAR_SET, "Z[\\]^_`a")},
+        // Escapes are literals, folded after their meaning.
+        {"\\n", 0, {1, 1, 'n'}}, {"\\n", 1, {1, 1, 'N'}}, {"\\t", 1, {1, 1, '\t'}},
+        {"\\{\\0\\.", 0, {1, 3, '{', '0', '.'}}, {"aBc", 1, {1, 3, 'A', 'B', 'C'}},
+        // Groups and back references.
+        {"\\1", 0, {1, 1, '1'}}, {"\\(a\\1\\)", 0, {12, 1, 1, 2, 'a', '1', 13, 1}},
+        {"\\(a\\)\\2", 0, {12, 1, 1, 1, 'a', 13, 1, 1, 1, '2'}},
+        // Repeat runs are one repeat.
+        {"a**", 0, {5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}},
+        {"a+?", 0, {5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}},
+        {"a?+", 0, {5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}},
+        {"a++", 0, {8, 3, 0, 5, 6, 0, 1, 1, 'a', 7, 0xF7, 0xFF}}, {"a??", 0, {5, 3, 0, 1, 1, 'a'}},
+        // clang-format on
+    };
+    for (const auto& [pattern, fold, code] : rows) {
+        SCOPED_TRACE(pattern);
+        Compiled c(pattern, fold);
+        ASSERT_EQ(PATTERN_OK, c.result);
+        EXPECT_EQ(code, c.Code());
+    }
+    // Bytes from 0x80 up lie beyond a short map and keep a long one.
+    EXPECT_EQ(32, Compiled("[\xff]").Code()[1]);
+    // 128 bytes are two literals; the tenth group emits nothing, \9 refers to the ninth.
+    const Bytes q128 = Compiled(std::string(128, 'q')).Code();
+    ASSERT_EQ(132u, q128.size());
+    EXPECT_EQ((Bytes{1, 0x7F, 'q', 1, 1, 'q'}),
+              Bytes({q128[0], q128[1], q128[2], q128[129], q128[130], q128[131]}));
+    const Bytes ten =
+        Compiled("\\(a\\)\\(b\\)\\(c\\)\\(d\\)\\(e\\)\\(f\\)\\(g\\)\\(h\\)\\(i\\)\\(j\\)\\9")
+            .Code();
+    ASSERT_GE(ten.size(), 7u);
+    EXPECT_EQ((Bytes{13, 9, 1, 1, 'j', 14, 9}), Bytes(ten.end() - 7, ten.end()));
 }
 
-TEST(PatternCompile, WorkedCode)
+TEST(PatternCompile, Results)
 {
-    EXPECT_EQ((Bytes{0x01, 0x01, 0x61, 0x05, 0x06, 0x00, 0x01, 0x01, 0x62, 0x07, 0xF7, 0xFF, 0x01,
-                     0x01, 0x63}),
-              CodeOf("ab*c"));
-    EXPECT_EQ((Bytes{0x08, 0x03, 0x00, 0x05, 0x07, 0x00, 0x01, 0x02, 0x61, 0x62, 0x07, 0xF6, 0xFF,
-                     0x01, 0x01, 0x63}),
-              CodeOf("ab+c"));
-    EXPECT_EQ((Bytes{0x05, 0x04, 0x00, 0x01, 0x02, 0x61, 0x62, 0x01, 0x01, 0x63}), CodeOf("ab?c"));
-    EXPECT_EQ((Bytes{0x0C, 0x01, 0x05, 0x09, 0x00, 0x01, 0x02, 0x61, 0x62, 0x0D, 0x01, 0x07, 0xF4,
-                     0xFF, 0x0E, 0x01}),
-              CodeOf("\\(ab\\)*\\1"));
-    EXPECT_EQ((Bytes{0x02, 0x01, 0x01, 0x61, 0x03}), CodeOf("^a$"));
-    EXPECT_EQ((Bytes{0x12, 0x01, 0x02, 0x69, 0x66, 0x13}), CodeOf("\\<if\\>"));
-    EXPECT_EQ((Bytes{0x01, 0x03, 0x78, 0x7C, 0x79}), CodeOf("x\\|y"));
-}
+    const std::string open = "\\(\\(\\(\\(\\(\\(\\(\\(\\(\\(";
+    const std::tuple<std::string, int> rows[] = {
+        // clang-format off
+        {"a", PATTERN_OK}, {"[]]", PATTERN_OK}, {"[^]]", PATTERN_OK},
+        {std::string(16375, '.'), PATTERN_OK}, // an element starts while ten bytes remain
+        {std::string(16376, '.'), PATTERN_TOO_COMPLEX},
+        {std::string(16360, '.') + "[a]", PATTERN_TOO_COMPLEX}, // a set needs 35
+        {std::string(20000, '.'), PATTERN_TOO_COMPLEX}, {"\\(a", PATTERN_UNMATCHED_OPEN},
+        {open + "a", PATTERN_UNMATCHED_OPEN}, {open + "\\(a", PATTERN_TOO_COMPLEX},
+        {"a\\)", PATTERN_UNMATCHED_CLOSE}, {"\\)", PATTERN_UNMATCHED_CLOSE}, {"[", PATTERN_INVALID},
+        {"[a", PATTERN_INVALID}, {"[a-", PATTERN_INVALID}, {"a\\", PATTERN_INVALID},
+        {"[]", PATTERN_INVALID}, {"[^]", PATTERN_INVALID}, {"[a-z", PATTERN_INVALID},
+        {"[\\", PATTERN_INVALID},
+        // clang-format on
+    };
+    for (const auto& [pattern, result] : rows)
+        EXPECT_EQ(result, Compiled(pattern).result) << pattern.substr(0, 30);
 
-TEST(PatternCompile, EveryResult)
-{
-    EXPECT_EQ(PATTERN_OK, ResultOf("a"));
-    EXPECT_EQ(PATTERN_INVALID, ResultOf("a\\"));
-    EXPECT_EQ(PATTERN_TOO_COMPLEX, ResultOf(std::string(20000, '.')));
-    EXPECT_EQ(PATTERN_UNMATCHED_OPEN, ResultOf("\\(a"));
-    EXPECT_EQ(PATTERN_UNMATCHED_CLOSE, ResultOf("a\\)"));
-
+    Compiled fits(std::string(16375, '.'));
+    EXPECT_EQ(16375u, fits.pb.used);
+    EXPECT_EQ(16384u, fits.pb.allocated);
     g_reallocFailsAfter = 0; // the first allocation
-    EXPECT_EQ(PATTERN_NO_MEMORY, ResultOf("a"));
+    EXPECT_EQ(PATTERN_NO_MEMORY, Compiled("a").result);
     g_reallocFailsAfter = 1; // the first growth
-    EXPECT_EQ(PATTERN_NO_MEMORY, ResultOf(std::string(100, '.')));
+    EXPECT_EQ(PATTERN_NO_MEMORY, Compiled(std::string(100, '.')).result);
     g_reallocFailsAfter = -1;
 }
 
-TEST(PatternCompile, EmptyPatternHasNoCode)
-{
-    Compiled c("");
-    EXPECT_EQ(PATTERN_OK, c.result);
-    EXPECT_EQ(0u, c.pb.used);
-    EXPECT_EQ(0, c.Match("abc", 1));
-}
-
-TEST(PatternCompile, CodeLimit)
-{
-    // An element starts only while ten bytes remain below 16384.
-    Compiled fits(std::string(16375, '.'));
-    EXPECT_EQ(PATTERN_OK, fits.result);
-    EXPECT_EQ(16375u, fits.pb.used);
-    EXPECT_EQ(16384u, fits.pb.allocated);
-    EXPECT_EQ(PATTERN_TOO_COMPLEX, ResultOf(std::string(16376, '.')));
-    // A set needs 35 bytes free.
-    EXPECT_EQ(PATTERN_TOO_COMPLEX, ResultOf(std::string(16360, '.') + "[a]"));
-}
-
-TEST(PatternCompile, BufferIsReused)
+TEST(PatternCompile, BufferIsReusedAndAnchorsAreFlagged)
 {
     PatternBuffer pb;
     pb.buffer = static_cast<unsigned char*>(malloc(40));
@@ -113,142 +141,12 @@ TEST(PatternCompile, BufferIsReused)
     ASSERT_EQ(PATTERN_OK, CompilePattern("a", 1, &pb));
     EXPECT_EQ(0, pb.map_valid);
     free(pb.buffer);
-}
 
-TEST(PatternCompile, RepeatWithoutPreviousElementIsLiteral)
-{
-    EXPECT_EQ((Bytes{0x01, 0x04, '*', 'a', 'b', 'c'}), CodeOf("*abc"));
-    EXPECT_EQ((Bytes{0x01, 0x02, '+', 'a'}), CodeOf("+a"));
-    EXPECT_EQ((Bytes{0x01, 0x02, '?', 'a'}), CodeOf("?a"));
-    EXPECT_EQ((Bytes{0x0C, 0x01, 0x01, 0x02, '*', 'a', 0x0D, 0x01}), CodeOf("\\(*a\\)"));
-    // The anchor sets no previous element, so the star after it is literal.
-    EXPECT_EQ((Bytes{0x02, 0x01, 0x02, '*', 'a'}), CodeOf("^*a"));
-}
-
-TEST(PatternCompile, RepeatRunsAreOneRepeat)
-{
-    Bytes star = CodeOf("a*");
-    EXPECT_EQ(star, CodeOf("a**"));
-    EXPECT_EQ(star, CodeOf("a+?"));
-    EXPECT_EQ(star, CodeOf("a?+"));
-    EXPECT_EQ(CodeOf("a+"), CodeOf("a++"));
-    EXPECT_EQ(CodeOf("a?"), CodeOf("a??"));
-}
-
-TEST(PatternCompile, RepeatAfterAnElementWithoutMarkWrapsTheConstruct)
-{
-    // "a*" then "\<" then a star that takes "a*\<" as a whole.
-    EXPECT_EQ((Bytes{0x05, 0x0D, 0x00, 0x05, 0x06, 0x00, 0x01, 0x01, 'a', 0x07, 0xF7, 0xFF, 0x12,
-                     0x07, 0xF0, 0xFF}),
-              CodeOf("a*\\<*"));
-}
-
-TEST(PatternCompile, LiteralLookAhead)
-{
-    Bytes long128 = CodeOf(std::string(128, 'q'));
-    ASSERT_EQ(2u + 127 + 3, long128.size());
-    EXPECT_EQ((Bytes{0x01, 0x7F, 'q'}), Bytes(long128.begin(), long128.begin() + 3));
-    EXPECT_EQ((Bytes{0x01, 0x01, 'q'}), Bytes(long128.begin() + 129, long128.end()));
-    // A byte followed by '*' or '^' starts a literal of its own; '+' and '?'
-    // don't look ahead, so they repeat the whole literal.
-    EXPECT_EQ((Bytes{0x01, 0x01, 'x', 0x01, 0x03, 'a', '^', 'b'}), CodeOf("xa^b"));
-    EXPECT_EQ((Bytes{0x01, 0x02, 'a', 'b', 0x01, 0x02, 'c', '^'}), CodeOf("abc^"));
-    EXPECT_EQ((Bytes{0x01, 0x04, 'a', '^', '$', 'b'}), CodeOf("a^$b"));
-}
-
-TEST(PatternCompile, AnchorsByContext)
-{
-    EXPECT_EQ((Bytes{0x0C, 0x01, 0x02, 0x01, 0x01, 'a', 0x0D, 0x01}), CodeOf("\\(^a\\)"));
-    EXPECT_EQ((Bytes{0x02, 0x02, 0x01, 0x01, 'a'}), CodeOf("^^a"));
-    EXPECT_EQ((Bytes{0x01, 0x01, 'a', 0x01, 0x01, '\n', 0x02, 0x01, 0x01, 'b'}), CodeOf("a\n^b"));
-    EXPECT_EQ((Bytes{0x01, 0x03, 'a', '$', 'b'}), CodeOf("a$b"));
-    EXPECT_EQ((Bytes{0x01, 0x01, 'a', 0x03}), CodeOf("a$"));
-    EXPECT_EQ((Bytes{0x0C, 0x01, 0x01, 0x01, 'a', 0x03, 0x0D, 0x01}), CodeOf("\\(a$\\)"));
-    EXPECT_EQ((Bytes{0x01, 0x01, '$', 0x03}), CodeOf("$$"));
-    EXPECT_EQ((Bytes{0x03, 0x01, 0x01, '\n'}), CodeOf("$\n"));
-    EXPECT_EQ((Bytes{0x05, 0x06, 0x00, 0x01, 0x01, '$', 0x07, 0xF7, 0xFF}), CodeOf("$*"));
-
-    Compiled both("^a$");
+    Compiled both("^a$"), neither("a^$b");
     EXPECT_EQ(1, both.pb.has_line_start);
     EXPECT_EQ(1, both.pb.has_line_end);
-    Compiled neither("a^$b");
     EXPECT_EQ(0, neither.pb.has_line_start);
     EXPECT_EQ(0, neither.pb.has_line_end);
-}
-
-TEST(PatternCompile, Sets)
-{
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET, {'a', 'b', 'c', 'x'})}), CodeOf("[a-cx]"));
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET_NOT, {'0', '1', '2'})}), CodeOf("[^0-2]"));
-    EXPECT_EQ((Bytes{0x0A, 0x00}), CodeOf("[z-a]"));
-    EXPECT_EQ((Bytes{0x0B, 0x00}), CodeOf("[^z-a]"));
-    // ']' first is a member, '-' first or last is a member.
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET, {']'})}), CodeOf("[]]"));
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET_NOT, {']', 'a'})}), CodeOf("[^]a]"));
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET, {'-', 'a'})}), CodeOf("[-a]"));
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET, {'-', 'a'})}), CodeOf("[a-]"));
-    // The only escape is \t; a backslash otherwise stands for itself.
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET, {'\t', 'x'})}), CodeOf("[\\tx]"));
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET, {'\\'}), {0x01, 0x01, ']'}}), CodeOf("[\\]]"));
-    // Bytes from 0x80 up lie beyond a short map and keep a long one.
-    EXPECT_EQ(32, CodeOf("[\xff]")[1]);
-}
-
-TEST(PatternCompile, SetsFoldBeforeTheyAreBuilt)
-{
-    Bytes expected =
-        SetOp(OP_CHAR_SET, {'A', 'B', 'C', 'D', 'E', 'F', 'G', 'H', 'I', 'J', 'K', 'L', 'M',
-                            'N', 'O', 'P', 'Q', 'R', 'S', 'T', 'U', 'V', 'W', 'X', 'Y', 'Z'});
-    EXPECT_EQ(expected, CodeOf("[a-z]", true));
-    EXPECT_EQ((Bytes{0x0A, 0x00}), CodeOf("[Z-a]", true));
-    EXPECT_EQ(Join({SetOp(OP_CHAR_SET, {'Z', '[', '\\', ']', '^', '_', '`', 'a'})}),
-              CodeOf("[Z-a]"));
-}
-
-TEST(PatternCompile, InvalidSetsAndEscapes)
-{
-    for (const char* pattern : {"[", "[a", "[a-", "a\\", "[]", "[^]", "[a-z", "[\\"})
-        EXPECT_EQ(PATTERN_INVALID, ResultOf(pattern)) << pattern;
-    EXPECT_EQ(PATTERN_OK, ResultOf("[]]"));
-    EXPECT_EQ(PATTERN_OK, ResultOf("[^]]"));
-}
-
-TEST(PatternCompile, EscapesAreLiteralsFoldedAfterTheirMeaning)
-{
-    EXPECT_EQ((Bytes{0x01, 0x01, 'n'}), CodeOf("\\n"));
-    EXPECT_EQ((Bytes{0x01, 0x01, 'N'}), CodeOf("\\n", true));
-    EXPECT_EQ((Bytes{0x01, 0x01, '\t'}), CodeOf("\\t", true));
-    EXPECT_EQ((Bytes{0x01, 0x03, '{', '0', '.'}), CodeOf("\\{\\0\\."));
-    EXPECT_EQ(CodeOf("ABC"), CodeOf("abc", true));
-    EXPECT_EQ((Bytes{0x01, 0x03, 'A', 'B', 'C'}), CodeOf("aBc", true));
-}
-
-TEST(PatternCompile, GroupsAndBackReferences)
-{
-    EXPECT_EQ(PATTERN_UNMATCHED_CLOSE, ResultOf("\\)"));
-    EXPECT_EQ((Bytes{0x01, 0x01, '1'}), CodeOf("\\1"));
-    EXPECT_EQ((Bytes{0x0C, 0x01, 0x01, 0x02, 'a', '1', 0x0D, 0x01}), CodeOf("\\(a\\1\\)"));
-    EXPECT_EQ((Bytes{0x0C, 0x01, 0x01, 0x01, 'a', 0x0D, 0x01, 0x01, 0x01, '2'}),
-              CodeOf("\\(a\\)\\2"));
-
-    std::string open;
-    for (int i = 0; i < 10; ++i)
-        open += "\\(";
-    EXPECT_EQ(PATTERN_UNMATCHED_OPEN, ResultOf(open + "a"));
-    EXPECT_EQ(PATTERN_TOO_COMPLEX, ResultOf(open + "\\(a"));
-
-    // The tenth group emits nothing; \9 refers to the ninth.
-    Bytes ten = CodeOf("\\(a\\)\\(b\\)\\(c\\)\\(d\\)\\(e\\)\\(f\\)\\(g\\)\\(h\\)\\(i\\)\\(j\\)\\9");
-    Bytes tail{0x0D, 0x09, 0x01, 0x01, 'j', 0x0E, 0x09};
-    ASSERT_GE(ten.size(), tail.size());
-    EXPECT_EQ(tail, Bytes(ten.end() - tail.size(), ten.end()));
-}
-
-TEST(PatternCompile, GroupRepeatLeavesTheStartOutside)
-{
-    EXPECT_EQ((Bytes{0x0C, 0x01, 0x08, 0x03, 0x00, 0x05, 0x09, 0x00, 0x01, 0x02, 'a', 'b', 0x0D,
-                     0x01, 0x07, 0xF4, 0xFF}),
-              CodeOf("\\(ab\\)+"));
 }
 
 } // namespace

@@ -26,10 +26,7 @@ struct Compiled {
     Compiled(const Compiled&) = delete;
     Compiled& operator=(const Compiled&) = delete;
 
-    std::vector<unsigned char> Code() const
-    {
-        return std::vector<unsigned char>(pb.buffer, pb.buffer + pb.used);
-    }
+    std::vector<unsigned char> Code() const { return {pb.buffer, pb.buffer + pb.used}; }
     int Search(const std::string& text, int start, int range, MatchRegisters* regs = nullptr)
     {
         return SearchPattern(&pb, text.data(), static_cast<int>(text.size()), start, range, regs);
@@ -38,10 +35,5 @@ struct Compiled {
     int Find(const std::string& text, MatchRegisters* regs = nullptr)
     {
         return Search(text, 0, static_cast<int>(text.size()), regs);
-    }
-    int Match(const std::string& text, int pos, MatchRegisters* regs = nullptr)
-    {
-        int size = static_cast<int>(text.size());
-        return MatchPattern(&pb, text.data(), size, pos, size, regs);
     }
 };

@@ -186,6 +186,7 @@ TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
         {"prog.c", "prog.BAK"},
         {"makefile", "makefile.BAK"},
         {"src.old\\makefile", "src.BAK"}, // moves up into the parent as src.BAK
+        {"prog.tar.gz", "prog.tar.BAK"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.file);
@@ -196,6 +197,14 @@ TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
     }
     EXPECT_TRUE(MakeBackup(Path("nothing.c").c_str())); // a missing file is no failure
     EXPECT_FALSE(Exists(Path("nothing.BAK")));
+}
+
+// Paths identify windows in lower case: A to Z only, bytes above 127 stay.
+TEST(CStringTest, MakeLowerFoldsAToZOnly)
+{
+    CString text("AZaz@[\xC4\xDE");
+    text.MakeLower();
+    EXPECT_STREQ("azaz@[\xC4\xDE", text.c_str());
 }
 
 // --- messages and reports
