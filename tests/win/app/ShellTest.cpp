@@ -762,4 +762,3 @@ TEST_F(ShellTest, TheFrameLetsGoOfEveryMenuAtItsEnd)
 }
 
 } // namespace
-

@@ -1,6 +1,8 @@
 // The status bar in a window of its own: panes as the frame lays them out,
 // texts, the clock, Caps and Num, and the state the bars share.
 #include "ui/StatusBar.h"
+#include "app/KmApp.h"
+#include "app/Settings.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
 #include "ui/StatusPanes.h"
@@ -81,22 +83,15 @@ class StatusBarTest : public ::testing::Test
         ::DestroyWindow(parent);
     }
 
-    // The frame's panes in the frame's order, with the program's strings.
+    // The frame's panes, as the application adds them, without the clock.
     void AddFramePanes()
     {
-        auto toggle = [&](unsigned off, unsigned on) {
-            return bar.AddTogglePane(LoadText(off).c_str(), LoadText(on).c_str());
-        };
-        lineCol = bar.AddPositionPane();
-        bar.SetNextGap(2);
-        insert = toggle(IDS_PANE_INS, IDS_PANE_OVR);
-        caps = bar.AddCapsPane(LoadText(IDS_PANE_CAPS).c_str());
-        num = bar.AddNumPane(LoadText(IDS_PANE_NUM).c_str());
-        align = bar.AddChoicePane(LoadText(IDS_PANE_ALIGN).c_str());
-        bar.SetNextGap(2);
-        edit = toggle(IDS_PANE_EDIT, IDS_PANE_READ);
-        clean = toggle(IDS_PANE_CLEAN, IDS_PANE_MODIFIED);
-        autoSave = toggle(IDS_PANE_NOAUTOSAVE, IDS_AUTOSAVE);
+        theApp.flags |= KF_NOCLOCK;
+        theApp.AddStatusPanes();
+        theApp.flags = KF_DEFAULT;
+        caps = bar.AddCapsPane(""), num = bar.AddNumPane(""); // the ones there
+        lineCol = theApp.paneLineCol, insert = theApp.paneInsert, align = theApp.paneAlign;
+        edit = theApp.paneEdit, clean = theApp.paneClean, autoSave = theApp.paneAutoSave;
     }
 
     RECT PaneRect(int index)
@@ -120,7 +115,7 @@ class StatusBarTest : public ::testing::Test
     }
 
     HWND parent = nullptr;
-    CKmStatusBar bar;
+    CKmStatusBar& bar = theApp.statusBar;
     int lineCol = -1, insert = -1, caps = -1, num = -1, align = -1, edit = -1, clean = -1,
         autoSave = -1;
 };
