@@ -63,7 +63,6 @@ class CKmApp : public CWinApp
     int paneEdit = -1;
     int paneClean = -1;
     int paneAutoSave = -1;
-    CString searchPattern; // the last Find pattern, kept for Find Next
 };
 
 // A request to open the file that a word names, with the place that a

@@ -279,9 +279,16 @@ LRESULT CKmChild::OnSetFocus(WPARAM, LPARAM)
 
 LRESULT CKmChild::OnChildActivate(WPARAM, LPARAM)
 {
+    if (!(theApp.flags & KF_NOSTATUSBAR) && theApp.statusBar.Exists())
+        theApp.statusBar.ClearText();
+    ShowFlagPanes();
+    return Default();
+}
+
+void CKmChild::ShowFlagPanes()
+{
     if (!(theApp.flags & KF_NOSTATUSBAR) && theApp.statusBar.Exists()) {
         CKmStatusBar& bar = theApp.statusBar;
-        bar.ClearText();
         bar.SetPaneState(theApp.paneInsert, (m_flags & CF_OVERTYPE) != 0);
         bar.SetPaneChoice(theApp.paneAlign, (m_flags & CF_BLOCKINDENT) ? 2
                                             : (m_flags & CF_ALIGN)     ? 1
@@ -289,7 +296,6 @@ LRESULT CKmChild::OnChildActivate(WPARAM, LPARAM)
         bar.SetPaneState(theApp.paneEdit, (m_flags & CF_READONLY) != 0);
         bar.SetPaneState(theApp.paneClean, (m_flags & CF_MODIFIED) != 0);
     }
-    return Default();
 }
 
 LRESULT CKmChild::OnMenuSelect(WPARAM wParam, LPARAM lParam)
@@ -309,16 +315,21 @@ LRESULT CKmChild::OnSysCommand(WPARAM wParam, LPARAM)
     return Default();
 }
 
+void CKmChild::ShowBar(int bar, bool show)
+{
+    ::ShowScrollBar(m_hWnd, bar, show);
+}
+
 void CKmChild::OnShowHScroll()
 {
     m_flags ^= CF_HSCROLL;
-    ::ShowScrollBar(ScrollBarWindow(), SB_HORZ, (m_flags & CF_HSCROLL) != 0);
+    ShowBar(SB_HORZ, (m_flags & CF_HSCROLL) != 0);
 }
 
 void CKmChild::OnShowVScroll()
 {
     m_flags ^= CF_VSCROLL;
-    ::ShowScrollBar(ScrollBarWindow(), SB_VERT, (m_flags & CF_VSCROLL) != 0);
+    ShowBar(SB_VERT, (m_flags & CF_VSCROLL) != 0);
 }
 
 void CKmChild::OnSetFont()

@@ -64,6 +64,8 @@ class CKmChild : public CMDIChildWnd
     void SetTitleFmtUnchecked(unsigned stringId, ...);
     void SyncCurrentDir();
     void Alert(UINT type);
+    // The status bar's Ins, Align, Edit and Clean panes from the flags.
+    void ShowFlagPanes();
 
     CFont m_font;
     CString m_workDir;
@@ -84,8 +86,8 @@ class CKmChild : public CMDIChildWnd
     void OnShowVScroll();
     void OnSetFont();
 
-    // The window whose scroll bars the Settings commands switch.
-    virtual HWND ScrollBarWindow() { return m_hWnd; }
+    // Shows or hides a scroll bar (SB_HORZ or SB_VERT) of the window's text.
+    virtual void ShowBar(int bar, bool show);
     void TellFrame(WPARAM code);
     DECLARE_MESSAGE_MAP()
 };

@@ -19,6 +19,9 @@ class CKmCommands : public CCmdTarget
     // Sets item states of the popup that opens at position (a MenuPopup),
     // before the active child, if any, sets its own.
     virtual void UpdatePopup(HMENU popup, int position, CKmChild* child);
+    // Closes the subsystem's modeless dialogs that act on the children: when
+    // the frame closes and when its last child goes.
+    virtual void CloseDialogs() {}
 
   protected:
     // The answer of a command or message whose piece is not built yet.

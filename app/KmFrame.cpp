@@ -228,6 +228,7 @@ LRESULT CKmFrame::OnClose(WPARAM, LPARAM)
     if (!QueryChildren())
         return 0;
     m_pSelector = nullptr;
+    CloseDialogs();
     if (!theApp.safeMode)
         theApp.SaveState();
     if (theApp.statusBar.Exists()) {
@@ -285,7 +286,24 @@ LRESULT CKmFrame::OnWindowList(WPARAM wParam, LPARAM lParam)
 {
     if (m_pSelector)
         ::SendMessageA(m_pSelector->m_hWnd, WM_KM_WINDOWLIST, wParam, lParam);
+    if (wParam == WL_DESTROYED && !OtherChildThan(reinterpret_cast<HWND>(lParam)))
+        CloseDialogs();
     return 0;
+}
+
+void CKmFrame::CloseDialogs()
+{
+    for (const auto& commands : m_commands)
+        commands->CloseDialogs();
+}
+
+bool CKmFrame::OtherChildThan(HWND child) const
+{
+    for (HWND hwnd = ::GetWindow(m_hWndMDIClient, GW_CHILD); hwnd;
+         hwnd = ::GetWindow(hwnd, GW_HWNDNEXT))
+        if (hwnd != child && IsMdiChild(hwnd))
+            return true;
+    return false;
 }
 
 LRESULT CKmFrame::OnFileManagerClosed(WPARAM, LPARAM)

@@ -72,6 +72,8 @@ class CKmFrame : public CMDIFrameWnd
     void OnWindowCloseAll();
     // Asks every child in window order; false at the first refusal.
     bool QueryChildren();
+    void CloseDialogs();
+    bool OtherChildThan(HWND child) const;
 
     // FrameIntake.cpp
     LRESULT OnDropFiles(WPARAM, LPARAM);

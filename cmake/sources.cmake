@@ -2,8 +2,12 @@
 
 # Pattern engine: platform-free, no <windows.h>.
 set(KM_SEARCH_SOURCES
+  search/CaseMap.cpp
+  search/FindPlan.cpp
   search/PatternCompile.cpp
   search/PatternMatch.cpp
+  search/ReplaceAll.cpp
+  search/Replacement.cpp
 )
 
 # Pure pieces of the application: platform-free, no <windows.h>.
@@ -12,12 +16,14 @@ set(KM_CORE_SOURCES
   app/CommandLine.cpp
   app/FileReference.cpp
   app/WordList.cpp
+  edit/EditText.cpp
   edit/TextFormat.cpp
 )
 
 # The class library (Windows only).
 set(KM_FRAMEWORK_SOURCES
   framework/CmdTarget.cpp
+  framework/Dialog.cpp
   framework/Exception.cpp
   framework/File.cpp
   framework/FrameWnd.cpp
@@ -36,6 +42,9 @@ set(KM_APP_SOURCES
   app/KmFrame.cpp
   app/FrameIntake.cpp
   app/FrameMenus.cpp
+  edit/EditCommands.cpp
+  edit/EditSearch.cpp
+  edit/GotoLineDialog.cpp
   edit/KmEdit.cpp
   edit/KmFileEdit.cpp
   edit/FileUtil.cpp
@@ -44,7 +53,9 @@ set(KM_APP_SOURCES
   help/HelpCommands.cpp
   print/PrintCommands.cpp
   project/ProjectCommands.cpp
+  search/FindDialog.cpp
   search/SearchCommands.cpp
+  search/SearchRequest.cpp
   tools/ToolCommands.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp

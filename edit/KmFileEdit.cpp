@@ -26,21 +26,40 @@ BEGIN_MESSAGE_MAP(CKmFileEdit, CKmChild)
     ON_MESSAGE(WM_KM_GETPOS, OnGetPos)
     ON_MESSAGE(WM_KM_FONTCHANGED, OnFontChanged)
     ON_MESSAGE(WM_KM_TABSCHANGED, OnTabsChanged)
+    ON_MESSAGE(WM_LBUTTONDOWN, OnMarginButtonDown)
+    ON_MESSAGE(WM_LBUTTONDBLCLK, OnMarginDblClk)
+    ON_MESSAGE(WM_RBUTTONDOWN, OnMarginRButtonDown)
     ON_CONTROL(EN_CHANGE, IDC_EDIT, OnEditChange)
     ON_CONTROL(EN_ERRSPACE, IDC_EDIT, OnEditErrSpace)
+    ON_CONTROL(EN_HSCROLL, IDC_EDIT, OnEditHScroll)
     ON_CONTROL(EN_KM_CARETMOVED, IDC_EDIT, OnCaretMoved)
     ON_COMMAND(ID_FILE_SAVE, OnFileSave)
     ON_COMMAND(ID_FILE_SAVEAS, OnFileSaveAs)
     ON_COMMAND(ID_FILE_PRINT, OnFilePrint)
     ON_COMMAND(ID_EDIT_PASTEFILE, OnEditPasteFile)
     ON_COMMAND(ID_EDIT_UNDO, OnEditUndo)
+    ON_COMMAND(ID_EDIT_REDO, OnEditRedo)
     ON_COMMAND(ID_EDIT_CUT, OnEditCut)
     ON_COMMAND(ID_EDIT_COPY, OnEditCopy)
     ON_COMMAND(ID_EDIT_PASTE, OnEditPaste)
+    ON_COMMAND(ID_EDIT_CUTAPPEND, OnEditCutAppend)
+    ON_COMMAND(ID_EDIT_COPYAPPEND, OnEditCopyAppend)
+    ON_COMMAND_RANGE(ID_EDIT_UPPERCASE, ID_EDIT_CAPITALIZE, OnChangeCase)
+    ON_COMMAND(ID_EDIT_SHIFTLEFT, OnShiftLeft)
+    // Shift Right and Transpose share their numbers with the two back-end
+    // word motions and stand first, so they win.
+    ON_COMMAND(ID_EDIT_SHIFTRIGHT, OnShiftRight)
+    ON_COMMAND(ID_EDIT_TRANSPOSE, OnTranspose)
+    ON_COMMAND_RANGE(ID_EDIT_MOVEBACKEND, ID_EDIT_SELFWDSTART, OnWordMotion)
+    ON_COMMAND_RANGE(ID_SEARCH_MARK, ID_SEARCH_GOTOMARK, OnBookmark)
+    ON_COMMAND(ID_SEARCH_GOTOLINE, OnGotoLine)
+    ON_COMMAND(ID_SEARCH_MATCHBRACE, OnMatchBrace)
+    ON_COMMAND(ID_SET_INSERT, OnSetInsert)
+    ON_COMMAND(ID_SET_ALIGN, OnSetAlign)
+    ON_COMMAND(ID_SET_INDENT, OnSetIndent)
+    ON_COMMAND(ID_SET_READONLY, OnSetReadOnly)
+    ON_COMMAND(ID_SET_CLEAN, OnSetClean)
     ON_COMMAND(ID_HELP_FILESTATS, OnFileStats)
-    ON_COMMAND_RANGE(ID_EDIT_REDO, ID_EDIT_SELFWDSTART, OnNotYetCommand)
-    ON_COMMAND_RANGE(ID_SEARCH_MARK, ID_SEARCH_MATCHBRACE, OnNotYetCommand)
-    ON_COMMAND_RANGE(ID_SET_INSERT, ID_SET_CLEAN, OnNotYetCommand)
     ON_COMMAND_RANGE(ID_HELP_CONTEXT_CHILD, ID_HELP_CONTEXT_CHILD, OnNotYetCommand)
     ON_COMMAND_RANGE(ID_HELP_SDK, ID_HELP_ENVIRONMENT, OnNotYetCommand)
 END_MESSAGE_MAP()
@@ -433,13 +452,6 @@ LRESULT CKmFileEdit::OnFontChanged(WPARAM wParam, LPARAM)
     HFONT font =
         m_font.m_hFont ? m_font.m_hFont : static_cast<HFONT>(::GetStockObject(SYSTEM_FIXED_FONT));
     m_edit.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-    HDC dc = ::GetDC(m_edit.m_hWnd);
-    HGDIOBJ old = ::SelectObject(dc, font);
-    TEXTMETRICA metrics;
-    if (::GetTextMetricsA(dc, &metrics))
-        m_edit.m_lineHeight = metrics.tmHeight + metrics.tmExternalLeading;
-    ::SelectObject(dc, old);
-    ::ReleaseDC(m_edit.m_hWnd, dc);
     SendMessage(WM_KM_TABSCHANGED, 1);
     return 0;
 }
@@ -462,7 +474,56 @@ void CKmFileEdit::OnEditChange()
 
 void CKmFileEdit::OnEditErrSpace()
 {
+    Alert(MB_ICONHAND);
+    if (theApp.statusBar.Exists())
+        theApp.statusBar.SetTextId(IDS_OUTOFMEMORY, 5);
     m_outOfSpace = 1;
+}
+
+// The horizontal bar appears by itself the first time the text scrolls
+// sideways; the one notification of the program's own scroll passes.
+void CKmFileEdit::OnEditHScroll()
+{
+    if ((m_flags & CF_HSCROLL) || !::GetSystemMetrics(SM_MOUSEPRESENT))
+        return;
+    if (m_edit.m_hScrollByUser) {
+        m_edit.ShowBar(SB_HORZ, true);
+        m_flags |= CF_HSCROLL;
+    }
+    m_edit.m_hScrollByUser = true;
+}
+
+// A click in the margin places the caret at the start of the line and a
+// drag from there selects whole lines; with Ctrl it selects everything.
+LRESULT CKmFileEdit::OnMarginButtonDown(WPARAM wParam, LPARAM lParam)
+{
+    if (wParam & MK_CONTROL) {
+        m_edit.SetSelection(0, static_cast<DWORD>(-1));
+        return 0;
+    }
+    POINT point = {kMarginWidth, static_cast<short>(HIWORD(lParam))};
+    ::MapWindowPoints(m_hWnd, m_edit.m_hWnd, &point, 1);
+    return m_edit.SendMessage(WM_LBUTTONDOWN, wParam, MAKELPARAM(point.x, point.y));
+}
+
+LRESULT CKmFileEdit::OnMarginDblClk(WPARAM, LPARAM)
+{
+    const LRESULT start = m_edit.SendMessage(EM_LINEINDEX, static_cast<WPARAM>(-1));
+    const LRESULT line = m_edit.SendMessage(EM_LINEFROMCHAR, static_cast<WPARAM>(-1));
+    const LRESULT next = m_edit.SendMessage(EM_LINEINDEX, static_cast<WPARAM>(line + 1));
+    m_edit.SetSelection(static_cast<DWORD>(start), static_cast<DWORD>(next));
+    return 0;
+}
+
+LRESULT CKmFileEdit::OnMarginRButtonDown(WPARAM, LPARAM lParam)
+{
+    POINT point = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    ::ClientToScreen(m_hWnd, &point);
+    if (CKmFrame* frame = Frame()) {
+        ::SendMessageA(frame->m_hWndMDIClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(m_hWnd), 0);
+        frame->ShowContextMenu(point.x, point.y);
+    }
+    return 0;
 }
 
 void CKmFileEdit::OnCaretMoved()

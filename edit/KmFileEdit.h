@@ -28,6 +28,20 @@ class CKmFileEdit : public CKmChild
     void UpdatePopup(HMENU menu, int index) override;
     void UpdateEditPopup(HMENU menu, int index) override;
 
+    // Find and replace on the control's text (EditSearch.cpp).
+    int GetFindSeed(CString& text) override;
+    int FindText(SearchRequest* request, bool interactive, long start, long range) override;
+    void ReplaceSelection(SearchRequest* request) override;
+    void ReplaceAll(SearchRequest* request) override;
+    const char* ExpandReplacement(SearchRequest* request) override;
+
+    // Edit commands (EditCommands.cpp).
+    bool AppendSelection();
+    void ChangeCase(int mode);
+    void ShiftLines(int amount);
+    void Transpose();
+    bool MatchBrace();
+
     CKmEdit& Edit() { return m_edit; }
 
     FileFormat m_format = FF_DOS;
@@ -60,7 +74,31 @@ class CKmFileEdit : public CKmChild
     void OnEditPaste();
     void OnFileStats();
     void OnNotYetCommand(UINT id);
-    HWND ScrollBarWindow() override { return m_edit.m_hWnd; }
+    void ShowBar(int bar, bool show) override { m_edit.ShowBar(bar, show); }
+
+    // The selection margin at the left edge.
+    LRESULT OnMarginButtonDown(WPARAM, LPARAM);
+    LRESULT OnMarginDblClk(WPARAM, LPARAM);
+    LRESULT OnMarginRButtonDown(WPARAM, LPARAM);
+    void OnEditHScroll();
+
+    // EditCommands.cpp
+    void OnEditRedo();
+    void OnEditCutAppend();
+    void OnEditCopyAppend();
+    void OnChangeCase(UINT id);
+    void OnShiftLeft();
+    void OnShiftRight();
+    void OnTranspose();
+    void OnWordMotion(UINT id);
+    void OnBookmark(UINT id);
+    void OnGotoLine();
+    void OnMatchBrace();
+    void OnSetInsert();
+    void OnSetAlign();
+    void OnSetIndent();
+    void OnSetReadOnly();
+    void OnSetClean();
 
   private:
     bool WriteTextTo(const char* name);

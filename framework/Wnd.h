@@ -59,10 +59,13 @@ class CWnd : public CCmdTarget
 
     WNDPROC m_pfnSuper = nullptr; // old procedure of a subclassed window
 
-  private:
+    // Runs the message through WindowProc, and ends the object's tie to the
+    // window after WM_NCDESTROY.
     LRESULT Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
     void Attach(HWND hwnd);
     void Detach();
+
+  private:
 
     MSG m_currentMsg = {};
 };

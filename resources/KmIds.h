@@ -13,6 +13,12 @@
 #define IDI_EDITFILE 40
 #define IDI_LOGVIEW 41
 
+/* Dialog templates and their own controls */
+#define IDD_GOTOLINE 330
+#define IDC_LINENUMBER 331
+#define IDD_REPLACE 1541
+#define IDC_SCOPE 1542
+
 /* The editor window's edit control */
 #define IDC_EDIT 3244
 
@@ -47,6 +53,10 @@
 #define ID_EDIT_SHIFTLEFT 2013
 #define ID_EDIT_SHIFTRIGHT 2014
 #define ID_EDIT_TRANSPOSE 2015
+/* The back-end word motions share their numbers with Shift Right and
+   Transpose, which win, so they cannot be reached. */
+#define ID_EDIT_MOVEBACKEND 2014
+#define ID_EDIT_SELBACKEND 2015
 #define ID_EDIT_MOVEBACKSTART 2016
 #define ID_EDIT_SELBACKSTART 2017
 #define ID_EDIT_MOVEFWDEND 2018

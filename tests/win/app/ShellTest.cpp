@@ -8,6 +8,7 @@
 #include "app/Settings.h"
 #include "edit/KmFileEdit.h"
 #include "resources/KmIds.h"
+#include "search/SearchRequest.h"
 #include "support/WinTestSupport.h"
 #include "ui/StatusPanes.h"
 
@@ -298,7 +299,7 @@ TEST_F(ShellTest, SearchItemsFollowThePattern)
     MakeChild<CPlainChild>("plain");
     for (const bool pattern : {false, true}) {
         SCOPED_TRACE(pattern);
-        theApp.searchPattern = pattern ? "needle" : "";
+        g_searchRequest.m_strFind = pattern ? "needle" : "";
         HMENU search = OpenPopup(POPUP_SEARCH);
         EXPECT_FALSE(Grayed(search, ID_SEARCH_FIND));
         EXPECT_EQ(!pattern, Grayed(search, ID_SEARCH_FINDNEXT));

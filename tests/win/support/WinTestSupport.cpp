@@ -3,6 +3,7 @@
 #include "app/KmApp.h"
 #include "app/KmFrame.h"
 #include "resources/KmIds.h"
+#include "search/SearchRequest.h"
 
 namespace kmtest
 {
@@ -85,10 +86,16 @@ LRESULT CALLBACK BoxAnswerer::Hook(int code, WPARAM wParam, LPARAM lParam)
 // again before then keeps the answer it has.
 void BoxAnswerer::Answer(HWND box)
 {
-    if (::GetPropA(box, kAnsweredProp))
+    HWND owner = ::GetWindow(box, GW_OWNER);
+    if (::GetPropA(box, kAnsweredProp) || (owner && ::IsWindowEnabled(owner)))
         return;
     ::SetPropA(box, kAnsweredProp, reinterpret_cast<HANDLE>(1));
-    Box seen = {WindowText(box), WindowText(::GetDlgItem(box, 0xFFFF)), "", 0, false};
+    Box seen = {WindowText(box),
+                WindowText(::GetDlgItem(box, 0xFFFF)),
+                WindowText(::FindWindowExA(box, nullptr, "Edit", nullptr)),
+                "",
+                0,
+                false};
     for (const auto& kind : {std::make_pair(IDOK, 'O'), std::make_pair(IDCANCEL, 'C'),
                              std::make_pair(IDYES, 'Y'), std::make_pair(IDNO, 'N')})
         if (::GetDlgItem(box, kind.first))
@@ -182,7 +189,11 @@ void ResetApp()
     theApp.SetInitialValues(); // flags, arrangement, recent lists
     theApp.safeMode = 0;
     theApp.m_strProjectDir.Empty();
-    theApp.searchPattern.Empty();
+    SearchRequest& search = g_searchRequest;
+    search.m_strFind.Empty();
+    search.m_strReplace.Empty();
+    search.m_bForward = search.m_bMatchCase = search.m_bRecompile = 1;
+    search.m_bWholeWord = search.m_bSelectionOnly = 0;
     theApp.recentFilesDirty = 0;
     theApp.toolsDirty = 0;
     theApp.statusBar.Destroy();

@@ -25,8 +25,9 @@ bool PumpUntilIdle(DWORD settleMs = 20, DWORD limitMs = 2000);
 // The same loop until done() holds or limitMs have passed; whether it held.
 bool PumpUntil(const std::function<bool()>& done, DWORD limitMs = 2000);
 
-// While it lives, a CBT hook of this thread answers every dialog of class
-// "#32770" that becomes active (message boxes above all): with the next
+// While it lives, a CBT hook of this thread answers every modal dialog of
+// class "#32770" that becomes active (message boxes above all; a modeless
+// dialog, whose owner stays enabled, is left to the test): with the next
 // queued button, or, for a box with nothing queued or without the queued
 // button, with the first of the unexpected order that it has, counted as
 // unexpected. The default order refuses: Cancel, else No, else OK.
@@ -35,6 +36,7 @@ class BoxAnswerer
   public:
     struct Box {
         std::string caption, text;
+        std::string field;   // what its first edit control held
         std::string buttons; // which of OK, Cancel, Yes, No it has: "O", "C", "Y", "N"
         int pressed;         // the id of the button pressed
         bool expected;       // whether a queued answer fitted it
