@@ -8,6 +8,7 @@
 #include "edit/KmFileEdit.h"
 #include "framework/Wnd.h"
 #include "resources/KmIds.h"
+#include "support/BenchSupport.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -16,97 +17,12 @@
 #include <vector>
 #include <windows.h>
 
+using namespace bench;
+
 namespace
 {
 
-// Questions would be a fault here: each box is noted and cancelled.
-std::vector<std::string> g_questions;
-HHOOK g_hook = nullptr;
-
-LRESULT CALLBACK WatchBoxes(int code, WPARAM wParam, LPARAM lParam)
-{
-    if (code == HCBT_ACTIVATE) {
-        HWND box = reinterpret_cast<HWND>(wParam);
-        char name[16] = "";
-        ::GetClassNameA(box, name, sizeof name);
-        if (strcmp(name, "#32770") == 0) {
-            char text[1024] = "";
-            ::GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
-            g_questions.push_back(text);
-            ::PostMessageA(box, WM_COMMAND, IDCANCEL, 0);
-        }
-    }
-    return ::CallNextHookEx(g_hook, code, wParam, lParam);
-}
-
-void PumpUntilIdle()
-{
-    MSG msg;
-    for (DWORD quiet = ::GetTickCount(); ::GetTickCount() - quiet < 50;) {
-        if (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            ::TranslateMessage(&msg);
-            ::DispatchMessageA(&msg);
-            quiet = ::GetTickCount();
-        } else {
-            ::Sleep(1);
-        }
-    }
-}
-
 size_t g_fileSize = 20u * 1024 * 1024; // the first argument sets it in MB
-
-double g_ticksPerMs = 0;
-
-double NowMs()
-{
-    LARGE_INTEGER now;
-    ::QueryPerformanceCounter(&now);
-    return static_cast<double>(now.QuadPart) / g_ticksPerMs;
-}
-
-// C-like lines of varying length, LF-terminated (or CR LF), up to size bytes.
-std::string MakeSource(size_t size, const char* eol)
-{
-    std::string text;
-    text.reserve(size + 128);
-    char line[128];
-    for (unsigned i = 0; text.size() < size; ++i) {
-        switch (i % 6) {
-        case 0:
-            snprintf(line, sizeof line, "static int value_%u(struct item* p, int n)%s", i, eol);
-            break;
-        case 1:
-            snprintf(line, sizeof line, "{%s", eol);
-            break;
-        case 2:
-            snprintf(line, sizeof line, "    int total = n * %u + p->count;%s", i % 97, eol);
-            break;
-        case 3:
-            snprintf(line, sizeof line, "\tif (total > %u) /* clamp */%s\t\ttotal = 0;%s", i, eol,
-                     eol);
-            break;
-        case 4:
-            snprintf(line, sizeof line, "    return total;%s", eol);
-            break;
-        default:
-            snprintf(line, sizeof line, "}%s%s", eol, eol);
-            break;
-        }
-        text += line;
-    }
-    return text;
-}
-
-bool WriteAll(const std::string& path, const std::string& text)
-{
-    HANDLE file = ::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
-    DWORD written = 0;
-    BOOL ok = ::WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    ::CloseHandle(file);
-    return ok && written == text.size();
-}
 
 struct Times {
     double load = 0;      // LoadTextBlock alone
@@ -206,29 +122,21 @@ int main(int argc, char** argv)
 {
     if (argc > 1 && atoi(argv[1]) > 0)
         g_fileSize = static_cast<size_t>(atoi(argv[1])) * 1024 * 1024;
-    LARGE_INTEGER frequency;
-    ::QueryPerformanceFrequency(&frequency);
-    g_ticksPerMs = static_cast<double>(frequency.QuadPart) / 1000.0;
-
     char temp[MAX_PATH];
     ::GetTempPathA(MAX_PATH, temp);
     const std::string dir = std::string(temp) + "kmbench" + std::to_string(::GetCurrentProcessId());
     ::CreateDirectoryA(dir.c_str(), nullptr);
 
-    g_hook = ::SetWindowsHookExA(WH_CBT, WatchBoxes, nullptr, ::GetCurrentThreadId());
-    theApp.SetInstance(::GetModuleHandleA(nullptr), nullptr, "-s", SW_SHOWNORMAL);
-    if (!theApp.InitInstance() || !theApp.Frame()) {
+    BoxWatch watch(IDCANCEL); // questions would be a fault here
+    if (!StartApplication()) {
         printf("no frame\n");
         return 1;
     }
     bool ok = RunOne(theApp.Frame(), dir, "unix.c", "\n");
     ok = RunOne(theApp.Frame(), dir, "dos.c", "\r\n") && ok;
-    for (const std::string& text : g_questions)
+    for (const std::string& text : watch.texts)
         printf("unexpected question: %s\n", text.c_str());
-
-    ::SendMessageA(theApp.m_pMainWnd->m_hWnd, WM_CLOSE, 0, 0);
-    PumpUntilIdle();
+    EndApplication();
     ::RemoveDirectoryA(dir.c_str());
-    ::UnhookWindowsHookEx(g_hook);
-    return ok && g_questions.empty() ? 0 : 1;
+    return ok && watch.texts.empty() ? 0 : 1;
 }
