@@ -2,8 +2,12 @@
 
 # Pattern engine: platform-free, no <windows.h>.
 set(KM_SEARCH_SOURCES
+  search/CaseMap.cpp
+  search/FindPlan.cpp
   search/PatternCompile.cpp
   search/PatternMatch.cpp
+  search/ReplaceAll.cpp
+  search/Replacement.cpp
 )
 
 # Pure pieces of the application: platform-free, no <windows.h>.
