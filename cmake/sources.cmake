@@ -16,6 +16,7 @@ set(KM_CORE_SOURCES
   app/CommandLine.cpp
   app/FileReference.cpp
   app/WordList.cpp
+  edit/EditText.cpp
   edit/TextFormat.cpp
 )
 
