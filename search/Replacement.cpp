@@ -1,5 +1,7 @@
 #include "search/Replacement.h"
 
+#include <cstring>
+
 namespace
 {
 
@@ -65,24 +67,15 @@ bool Escape(CaseWriter& writer, char code, const char* text, const MatchRegister
             writer.Put(clip.data(), static_cast<long>(clip.size()));
         }
         return true;
-    case 'u':
-        writer.Switch(1);
-        return true;
-    case 'l':
-        writer.Switch(-1);
-        return true;
-    case 'U':
-        writer.Switch(2);
-        return true;
-    case 'L':
-        writer.Switch(-2);
-        return true;
-    case 'E':
-    case 'e':
-        writer.Switch(0);
-        return true;
     default:
         break;
+    }
+    // \u \l \U \L \E \e set the case state.
+    static const char kSwitches[] = "ulULEe";
+    static const int kStates[] = {1, -1, 2, -2, 0, 0};
+    if (const char* at = code != '\0' ? std::strchr(kSwitches, code) : nullptr) {
+        writer.Switch(kStates[at - kSwitches]);
+        return true;
     }
     if (code < '0' || code > '9')
         return false;
