@@ -2,7 +2,10 @@
 // same steps over line ends as replacing one hit at a time in the text and
 // searching on behind the inserted text would, including the byte before
 // each search position as the changed text would have it, but it copies
-// the text once instead of once per hit. Platform-free.
+// the text once instead of once per hit. Where hit by hit would find the
+// same empty match at the same place for ever (a search from the same
+// place, with the same byte before it, as the search before), the loop
+// ends instead. Platform-free.
 #pragma once
 #include "search/Pattern.h"
 
