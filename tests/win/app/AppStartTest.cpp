@@ -24,14 +24,11 @@ std::string Lines(int count)
 // Whether the children stand side by side, each as high as the client.
 bool TiledAcross(HWND client, const std::vector<HWND>& children)
 {
-    RECT area, rect;
+    RECT area;
     ::GetClientRect(client, &area);
-    for (HWND child : children) {
-        ::GetWindowRect(child, &rect);
-        ::MapWindowPoints(nullptr, client, reinterpret_cast<POINT*>(&rect), 2);
-        if (rect.top != 0 || rect.bottom != area.bottom)
+    for (HWND child : children)
+        if (Place(child, client).top != 0 || Place(child, client).bottom != area.bottom)
             return false;
-    }
     return children.size() > 1;
 }
 
@@ -45,9 +42,7 @@ LRESULT CALLBACK WatchPrint(int code, WPARAM wParam, LPARAM lParam)
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-class AppStartTest : public FrameTest
-{
-};
+using AppStartTest = FrameTest;
 
 TEST_F(AppStartTest, SafeModeOpensTheFilesWithoutArrangingThem)
 {
@@ -96,77 +91,51 @@ TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
     EXPECT_FALSE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
 }
 
-// Changes when the settings store is built: it is to drop a project
-// directory that does not exist.
-TEST_F(AppStartTest, StandInProjectDirectoryThatIsNoDirectoryIsKept)
-{
-    Write("a.c", Lines(2));
-    ASSERT_TRUE(Start("-d nosuchdir a.c"));
-    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
-    EXPECT_EQ(std::set<std::string>{FullLower("a.c")}, ChildCaptions());
-}
-
-TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileName)
+// The stand-in project directory changes when the settings store is
+// built: it is to drop a directory that does not exist.
+TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileNameAndAStandInProjectDirectoryIsKept)
 {
     Write("a.c", Lines(2));
     Write("b.c", Lines(2));
     m_boxes.Queue({IDNO});
-    ASSERT_TRUE(Start("a.c b.c -s"));
+    ASSERT_TRUE(Start("-d nosuchdir a.c b.c -s"));
+    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
     EXPECT_EQ(0, theApp.safeMode);
     EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("-s") + "'"}, m_boxes.Texts());
     EXPECT_FALSE(Exists(Path("-s")));
     EXPECT_EQ(ChildCaptions(), (std::set<std::string>{FullLower("a.c"), FullLower("b.c")}));
-    CloseFrame();
-
-    m_boxes.Queue({IDYES});
-    ASSERT_TRUE(Start("a.c b.c -s"));
-    EXPECT_TRUE(Exists(Path("-s")));
-    EXPECT_EQ(3u, ChildCaptions().size());
 }
 
 // Every name is resolved against the start directory before a window
-// opens, although each window makes its own directory the current one.
-TEST_F(AppStartTest, FileWordsInOtherDirectoriesOpenWhereTheyAre)
+// opens, although each window makes its own directory the current one. A
+// hex address is for the hex view: no editor loads the binary file.
+TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReference)
 {
     ASSERT_TRUE(::CreateDirectoryA(Path("one").c_str(), nullptr));
     ASSERT_TRUE(::CreateDirectoryA(Path("two").c_str(), nullptr));
     Write("one\\a.c", Lines(2));
     Write("two\\b.c", Lines(2));
-    ASSERT_TRUE(Start("one\\a.c two\\b.c(2)"));
-    EXPECT_EQ(ChildCaptions(),
-              (std::set<std::string>{FullLower("one\\a.c"), FullLower("two\\b.c")}));
-    EXPECT_EQ((CaretPlace{1, 0}), CaretOf(ChildByCaption(FullLower("two\\b.c"))));
-}
-
-TEST_F(AppStartTest, ReferenceInAWordPlacesTheCaret)
-{
     Write("prog.c", Lines(20));
     Write("plain.c", Lines(20));
     Write("foo", "row 1\nrow 2\nrow 3\nrow 4\n");
-    ASSERT_TRUE(Start("prog.c(12,5) foo(3).c plain.c")); // foo(3).c: the file foo at line 3
+    Write("prog.exe", std::string(0x100, '\0'));
+    // foo(3).c: the file foo at line 3
+    ASSERT_TRUE(Start("one\\a.c two\\b.c(2) prog.c(12,5) foo(3).c prog.exe(0x1F) plain.c"));
     const struct {
         const char* name;
         CaretPlace place;
-    } rows[] = {{"prog.c", {11, 4}}, {"foo", {2, 0}}, {"plain.c", {0, 0}}};
+    } rows[] = {{"one\\a.c", {0, 0}},
+                {"two\\b.c", {1, 0}},
+                {"prog.c", {11, 4}},
+                {"foo", {2, 0}},
+                {"plain.c", {0, 0}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         HWND child = ChildByCaption(FullLower(row.name));
         ASSERT_NE(nullptr, child);
         EXPECT_EQ(row.place, CaretOf(child));
     }
-    EXPECT_EQ(3u, Children().size());
-}
-
-// Changes when the hex view is built: until then the frame only alerts,
-// and above all no editor loads the binary file.
-TEST_F(AppStartTest, StandInHexAddressOpensNoEditor)
-{
-    std::string binary(0x2000, '\0');
-    for (size_t i = 0; i < binary.size(); ++i)
-        binary[i] = static_cast<char>(i * 7);
-    Write("prog.exe", binary);
-    ASSERT_TRUE(Start("prog.exe(0x1F00)"));
-    EXPECT_TRUE(Children().empty());
+    EXPECT_EQ(5u, Children().size());
 }
 
 // --- DDE, driven by a client window of this thread
@@ -256,7 +225,7 @@ class DdeServerTest : public FrameTest
     HWND m_client = nullptr;
 };
 
-TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnly)
+TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnlyAndTerminateWithATerminate)
 {
     const ATOM service = ::GlobalAddAtomA("Kelmar"), topic = ::GlobalAddAtomA("system");
     Initiate("Kelmar", "system");
@@ -272,6 +241,9 @@ TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnly)
     Initiate(nullptr, nullptr); // a wild initiation
     Initiate("Kelmar", nullptr);
     EXPECT_EQ(1u, g_initiateAcks.size());
+    ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(m_client), 0);
+    PumpUntilIdle();
+    EXPECT_EQ(std::vector<HWND>{m_frameWnd}, g_terminates);
 }
 
 TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)
@@ -300,14 +272,6 @@ TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)
         }
         Command(ID_WINDOW_CLOSEALL);
     }
-}
-
-TEST_F(DdeServerTest, TerminateIsAnsweredWithATerminate)
-{
-    Initiate("Kelmar", "system");
-    ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(m_client), 0);
-    PumpUntilIdle();
-    EXPECT_EQ(std::vector<HWND>{m_frameWnd}, g_terminates);
 }
 
 } // namespace

@@ -45,13 +45,6 @@ std::string Title(const CKmChild* child)
     return text.c_str();
 }
 
-FILETIME WriteTime(const std::string& path)
-{
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
-    ::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
-    return data.ftLastWriteTime;
-}
-
 // Names in the directory, such as the temporary files of a save.
 std::vector<std::string> FilesIn(const std::string& dir)
 {
@@ -101,6 +94,18 @@ class EditorTest : public FrameTest
         ::SendMessageA(wnd, WM_CLOSE, 0, 0);
         PumpUntilIdle();
     }
+    // Two files, first.c in DOS form and second.c in Unix form, both
+    // opened and typed into; second.c in front.
+    void OpenTwoModified()
+    {
+        first = OpenWith("first.c", "1\r\n");
+        second = OpenWith("second.c", "2\n");
+        ASSERT_TRUE(first && second);
+        InsertAtStart(first, "a");
+        InsertAtStart(second, "b");
+    }
+
+    CKmFileEdit *first = nullptr, *second = nullptr;
 };
 
 // --- loading and saving
@@ -197,20 +202,6 @@ TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
     }
 }
 
-TEST_F(EditorTest, TypedTextIsSavedAndASecondSaveWritesTheNewText)
-{
-    CKmFileEdit* edit = OpenWith("typed.txt", "end\n");
-    ASSERT_NE(nullptr, edit);
-    ::SetFocus(EditOf(edit));
-    for (const char* keys : {"ab\rc", "d"}) {
-        for (const char* key = keys; *key; ++key)
-            ::SendMessageA(EditOf(edit), WM_CHAR, static_cast<unsigned char>(*key), 1);
-        EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
-        Save(edit);
-    }
-    EXPECT_EQ("ab\ncdend\n", Read("typed.txt"));
-}
-
 TEST_F(EditorTest, BackupHoldsThePreviousVersionOnlyWhenAskedFor)
 {
     for (bool backup : {false, true}) {
@@ -292,11 +283,7 @@ TEST_F(EditorTest, CloseOfAModifiedWindowAsksToSave)
 
 TEST_F(EditorTest, FrameCloseAsksFrontWindowFirstAndAnyRefusalKeepsEveryWindow)
 {
-    CKmFileEdit* first = OpenWith("first.c", "1\r\n");
-    CKmFileEdit* second = OpenWith("second.c", "2\n");
-    ASSERT_TRUE(first && second);
-    InsertAtStart(first, "a");
-    InsertAtStart(second, "b");
+    OpenTwoModified();
     for (const std::vector<int>& answers : {std::vector<int>{IDNO, IDCANCEL}, {IDCANCEL}}) {
         m_boxes.Clear();
         for (int answer : answers)
@@ -326,11 +313,7 @@ TEST_F(EditorTest, FrameCloseAsksFrontWindowFirstAndAnyRefusalKeepsEveryWindow)
 
 TEST_F(EditorTest, SaveAllSavesEveryModifiedWindowWithoutAsking)
 {
-    CKmFileEdit* first = OpenWith("first.c", "1\r\n");
-    CKmFileEdit* second = OpenWith("second.c", "2\n");
-    ASSERT_TRUE(first && second);
-    InsertAtStart(first, "a");
-    InsertAtStart(second, "b");
+    OpenTwoModified();
     Command(ID_FILE_SAVEALL);
     EXPECT_EQ("a1\r\n", Read("first.c"));
     EXPECT_EQ("b2\n", Read("second.c"));
@@ -373,38 +356,34 @@ TEST_F(EditorTest, SaveOverAFileHeldOpenLeavesItWholeAndGoesThroughLater)
     }
 }
 
-TEST_F(EditorTest, SaveKeepsTheAttributesOfTheFile)
-{
-    Write("hidden.c", "text\r\n");
-    const DWORD kept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN;
-    ASSERT_TRUE(::SetFileAttributesA(Path("hidden.c").c_str(), kept));
-    CKmFileEdit* edit = Open("hidden.c");
-    ASSERT_NE(nullptr, edit);
-    InsertAtStart(edit, "more ");
-    Save(edit);
-    EXPECT_EQ("more text\r\n", Read("hidden.c"));
-    EXPECT_EQ(kept, ::GetFileAttributesA(Path("hidden.c").c_str()) & 0x3F);
-    EXPECT_EQ(std::vector<std::string>{"hidden.c"}, FilesIn(m_dir));
-}
-
-TEST_F(EditorTest, SaveOfAnUnmodifiedWindowWritesNothing)
+// The creation time is checked where the file system keeps one that can be
+// set at all.
+TEST_F(EditorTest, SaveWritesOnlyAModifiedWindowAndKeepsAttributesAndCreationTime)
 {
     Write("clean.c", "clean\n");
+    const DWORD kept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN;
     HANDLE file = ::CreateFileA(Path("clean.c").c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
                                 OPEN_EXISTING, 0, nullptr);
-    const FILETIME old = {0, 0x01C0A000}; // far from any write the test makes
-    ::SetFileTime(file, nullptr, nullptr, &old);
+    const FILETIME born = {0x2F2A8000, 0x01C06F82}, old = {0, 0x01C0A000}; // far from now
+    ::SetFileTime(file, &born, nullptr, &old);
     ::CloseHandle(file);
+    ASSERT_TRUE(::SetFileAttributesA(Path("clean.c").c_str(), kept));
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    ASSERT_TRUE(::GetFileAttributesExA(Path("clean.c").c_str(), GetFileExInfoStandard, &data));
+    const bool keepsCreation = ::CompareFileTime(&data.ftCreationTime, &born) == 0;
     CKmFileEdit* edit = Open("clean.c");
     ASSERT_NE(nullptr, edit);
-    Command(ID_FILE_SAVE); // Ctrl+S
-    FILETIME now = WriteTime(Path("clean.c"));
-    EXPECT_EQ(0, ::CompareFileTime(&old, &now));
-    InsertAtStart(edit, "un");
-    Command(ID_FILE_SAVE); // on a modified window it does write
-    now = WriteTime(Path("clean.c"));
-    EXPECT_NE(0, ::CompareFileTime(&old, &now));
+    for (const char* typed : {"", "un"}) { // nothing typed: Ctrl+S writes nothing
+        if (*typed)
+            InsertAtStart(edit, typed);
+        Command(ID_FILE_SAVE);
+        ASSERT_TRUE(::GetFileAttributesExA(Path("clean.c").c_str(), GetFileExInfoStandard, &data));
+        EXPECT_EQ(*typed == 0, ::CompareFileTime(&data.ftLastWriteTime, &old) == 0);
+    }
     EXPECT_EQ("unclean\n", Read("clean.c"));
+    EXPECT_EQ(kept, data.dwFileAttributes & 0x3F);
+    EXPECT_TRUE(!keepsCreation || ::CompareFileTime(&data.ftCreationTime, &born) == 0);
+    EXPECT_EQ(std::vector<std::string>{"clean.c"}, FilesIn(m_dir));
 }
 
 // --- windows and titles
@@ -464,28 +443,6 @@ TEST_F(EditorTest, CaptionIsTheLowerCaseFullPathAndAnIconBreaksItAtTheLastBacksl
         ASSERT_NE(nullptr, edit);
         EXPECT_EQ("yx\r\n", WindowText(EditOf(edit)));
     }
-}
-
-// Where the file system keeps a creation time that can be set at all.
-TEST_F(EditorTest, SaveKeepsTheCreationTime)
-{
-    Write("born.c", "old\r\n");
-    const FILETIME born = {0x2F2A8000, 0x01C06F82}; // a day in 2001
-    HANDLE file = ::CreateFileA(Path("born.c").c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
-                                OPEN_EXISTING, 0, nullptr);
-    ::SetFileTime(file, &born, nullptr, nullptr);
-    ::CloseHandle(file);
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
-    if (::CompareFileTime(&data.ftCreationTime, &born) != 0)
-        GTEST_SKIP() << "this file system keeps no creation time of its own";
-    CKmFileEdit* edit = Open("born.c");
-    ASSERT_NE(nullptr, edit);
-    InsertAtStart(edit, "new ");
-    Save(edit);
-    EXPECT_EQ("new old\r\n", Read("born.c"));
-    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
-    EXPECT_EQ(0, ::CompareFileTime(&data.ftCreationTime, &born));
 }
 
 // The test run makes KM_LOCKED_DIR a directory that takes no new file but
