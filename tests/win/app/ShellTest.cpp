@@ -1,6 +1,7 @@
 // The frame and its children under the program's own loop: keys to
 // commands, the two menus, popup item states, routing between child, frame
 // and subsystems, arranging and closing, and what the status bar shows.
+#include "app/BindingNames.h"
 #include "app/KmApp.h"
 #include "app/KmChild.h"
 #include "app/KmFrame.h"
@@ -140,7 +141,9 @@ class ShellTest : public FrameTest
 
 // --- keys
 
-// The program's table of keys, entry by entry: key, Ctrl and Shift held, command.
+// The program's table of keys, entry by entry and in its order: key, Ctrl
+// and Shift held, command. The first entry of a command is the one the Key
+// Bindings dialog shows and replaces, so the word-motion keys come first.
 const struct Accel {
     BYTE key;
     const char* held;
@@ -156,12 +159,12 @@ const struct Accel {
     {'U', "C", ID_EDIT_UPPERCASE}, {'U', "CS", ID_EDIT_CAPITALIZE}, {'V', "C", ID_EDIT_PASTE},
     {'X', "C", ID_EDIT_CUT}, {'X', "CS", ID_EDIT_CUTAPPEND}, {'Z', "C", ID_EDIT_UNDO},
     {VK_F1, "", ID_HELP_CONTEXT}, {VK_F1, "C", ID_HELP_ENVIRONMENT}, {VK_F1, "S", ID_HELP_SDK},
-    {VK_F1, "CS", ID_HELP_FILESTATS}, {VK_F2, "", ID_PROJECT_BUILD}, {VK_F4, "", ID_FILE_MANAGE},
-    {VK_F2, "C", ID_PROJECT_BUILDTARGET}, {VK_F5, "", ID_SEARCH_FIND}, {VK_F8, "", ID_SEARCH_REPLACE},
+    {VK_F1, "CS", ID_HELP_FILESTATS}, {VK_F2, "", ID_PROJECT_BUILD},
+    {VK_F2, "C", ID_PROJECT_BUILDTARGET}, {VK_F4, "", ID_FILE_MANAGE}, {VK_F5, "", ID_SEARCH_FIND},
     {VK_F5, "C", ID_SEARCH_FINDNEXT}, {VK_F5, "CS", ID_SEARCH_GREP}, {VK_F5, "S", ID_SEARCH_FINDPREV},
-    {VK_F8, "C", ID_SEARCH_REPLACENEXT}, {VK_F9, "", ID_SEARCH_MATCHBRACE}, {VK_F12, "", ID_FILE_SAVEAS},
-    {VK_F11, "", ID_WINDOW_SELECTOR}, {VK_F12, "S", ID_FILE_PRINT}, {VK_INSERT, "", ID_SET_INSERT},
-    {VK_TAB, "C", ID_EDIT_SHIFTRIGHT}, {VK_TAB, "S", ID_EDIT_SHIFTLEFT},
+    {VK_F8, "", ID_SEARCH_REPLACE}, {VK_F8, "C", ID_SEARCH_REPLACENEXT}, {VK_F9, "", ID_SEARCH_MATCHBRACE},
+    {VK_F11, "", ID_WINDOW_SELECTOR}, {VK_F12, "", ID_FILE_SAVEAS}, {VK_F12, "S", ID_FILE_PRINT},
+    {VK_INSERT, "", ID_SET_INSERT}, {VK_TAB, "C", ID_EDIT_SHIFTRIGHT}, {VK_TAB, "S", ID_EDIT_SHIFTLEFT},
     // clang-format on
 };
 
@@ -169,11 +172,19 @@ TEST_F(ShellTest, EveryKeyOfTheTableArrivesAsItsCommandInTheActiveChild)
 {
     HACCEL table =
         ::LoadAcceleratorsA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_ACCELERATORS));
-    EXPECT_EQ(static_cast<int>(std::size(kAccels)), ::CopyAcceleratorTableA(table, nullptr, 0));
+    std::vector<ACCEL> loaded(std::size(kAccels) + 1);
+    ASSERT_EQ(static_cast<int>(std::size(kAccels)),
+              ::CopyAcceleratorTableA(table, loaded.data(), static_cast<int>(loaded.size())));
     CRecordingChild* child = MakeChild<CRecordingChild>("keys");
     ::SetFocus(child->m_hWnd);
-    for (const Accel& accel : kAccels) {
+    for (size_t i = 0; i < std::size(kAccels); ++i) {
+        const Accel& accel = kAccels[i];
         SCOPED_TRACE(testing::Message() << "key " << int(accel.key) << " " << accel.held);
+        const int held = FVIRTKEY | (strchr(accel.held, 'C') ? FCONTROL : 0) |
+                         (strchr(accel.held, 'S') ? FSHIFT : 0);
+        EXPECT_EQ(held, loaded[i].fVirt & (FVIRTKEY | FCONTROL | FSHIFT | FALT));
+        EXPECT_EQ(accel.key, loaded[i].key);
+        EXPECT_EQ(accel.id, loaded[i].cmd);
         child->ids.clear();
         PressKey(accel.key, strchr(accel.held, 'C'), strchr(accel.held, 'S'));
         EXPECT_EQ(std::vector<UINT>{accel.id}, child->ids);
@@ -181,6 +192,61 @@ TEST_F(ShellTest, EveryKeyOfTheTableArrivesAsItsCommandInTheActiveChild)
     child->ids.clear();
     PressKey('A', false, false); // a plain A is no command
     EXPECT_TRUE(child->ids.empty());
+}
+
+// The ids and texts of the items of a menu and its popups.
+void MenuItems(HMENU menu, std::vector<std::pair<UINT, std::string>>& items)
+{
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+        if (HMENU popup = ::GetSubMenu(menu, i))
+            MenuItems(popup, items);
+        else
+            items.emplace_back(::GetMenuItemID(menu, i), MenuText(menu, i));
+    }
+}
+
+TEST_F(ShellTest, MenusKeysAndStringsAgreeWithTheBindingNames)
+{
+    std::vector<std::pair<UINT, std::string>> items;
+    MenuItems(m_frame->m_menuNoFile.m_hMenu, items);
+    MenuItems(m_frame->m_menuFile.m_hMenu, items);
+    std::set<UINT> reached;
+    for (const auto& [id, text] : items) { // a key behind a tab is a key of the item's command
+        reached.insert(id);
+        const size_t tab = text.find('\t');
+        if (tab == std::string::npos)
+            continue;
+        const std::string keys = Lower(text.substr(tab + 1)),
+                          name = keys.substr(keys.rfind('+') + 1);
+        const std::string held = std::string(keys.find("ctrl+") != keys.npos ? "C" : "") +
+                                 (keys.find("shift+") != keys.npos ? "S" : "");
+        const int key = name == "tab"      ? VK_TAB
+                        : name.size() == 1 ? toupper(name[0])
+                                           : VK_F1 + std::stoi(name.substr(1)) - 1;
+        EXPECT_TRUE(std::any_of(std::begin(kAccels), std::end(kAccels), [&](const Accel& accel) {
+            return accel.id == id && accel.key == key && held == accel.held;
+        })) << text;
+    }
+    for (const Accel& accel : kAccels)
+        reached.insert(accel.id);
+    const std::set<unsigned> silent = {
+        ID_EDIT_MOVEBACKSTART, ID_EDIT_SELBACKSTART, ID_EDIT_MOVEFWDEND, ID_EDIT_SELFWDEND,
+        ID_EDIT_MOVEFWDSTART,  ID_EDIT_SELFWDSTART,  ID_SET_INSERT};
+    for (int i = 0; i < g_bindingNameCount; ++i) {
+        const unsigned id = g_bindingNames[i].id;
+        const bool laterTool = id > ID_TOOL_FIRST && id <= ID_TOOL_LAST;
+        // Every command is reached from a menu or a key, except the bookmarks
+        // and the user's tools, which get their items at run time.
+        EXPECT_TRUE(id == ID_SEARCH_MARK || id == ID_SEARCH_GOTOMARK || laterTool ||
+                    reached.count(id))
+            << g_bindingNames[i].name;
+        // Commands with help have their status bar text; all Tools entries
+        // show the help of the first.
+        char help[256];
+        EXPECT_EQ(!silent.count(id) && !laterTool,
+                  ::LoadStringA(::GetModuleHandleA(nullptr), id, help, sizeof help) > 0)
+            << g_bindingNames[i].name;
+    }
 }
 
 // The keys of commands whose items the child's rules gray still reach their
@@ -204,6 +270,7 @@ TEST_F(ShellTest, KeysReachTheFrameAndGrayedCommandsStillArrive)
 
 TEST_F(ShellTest, MenuWithoutFilesUntilTheFirstChildAndAfterTheLast)
 {
+    EXPECT_EQ("Kelmar Workbench", WindowText(m_frameWnd));
     EXPECT_EQ(m_frame->m_menuNoFile.m_hMenu, ::GetMenu(m_frameWnd));
     EXPECT_EQ("&Global", MenuText(::GetMenu(m_frameWnd), 1));
     CPlainChild* first = MakeChild<CPlainChild>("first");
