@@ -94,18 +94,6 @@ class EditorTest : public FrameTest
         ::SendMessageA(wnd, WM_CLOSE, 0, 0);
         PumpUntilIdle();
     }
-    // Two files, first.c in DOS form and second.c in Unix form, both
-    // opened and typed into; second.c in front.
-    void OpenTwoModified()
-    {
-        first = OpenWith("first.c", "1\r\n");
-        second = OpenWith("second.c", "2\n");
-        ASSERT_TRUE(first && second);
-        InsertAtStart(first, "a");
-        InsertAtStart(second, "b");
-    }
-
-    CKmFileEdit *first = nullptr, *second = nullptr;
 };
 
 // --- loading and saving
@@ -281,9 +269,14 @@ TEST_F(EditorTest, CloseOfAModifiedWindowAsksToSave)
     }
 }
 
+// Save All then saves them without a question, and the frame closes without one.
 TEST_F(EditorTest, FrameCloseAsksFrontWindowFirstAndAnyRefusalKeepsEveryWindow)
 {
-    OpenTwoModified();
+    CKmFileEdit* first = OpenWith("first.c", "1\r\n");
+    CKmFileEdit* second = OpenWith("second.c", "2\n");
+    ASSERT_TRUE(first && second);
+    InsertAtStart(first, "a");
+    InsertAtStart(second, "b");
     for (const std::vector<int>& answers : {std::vector<int>{IDNO, IDCANCEL}, {IDCANCEL}}) {
         m_boxes.Clear();
         for (int answer : answers)
@@ -303,21 +296,12 @@ TEST_F(EditorTest, FrameCloseAsksFrontWindowFirstAndAnyRefusalKeepsEveryWindow)
         EXPECT_EQ("2\n", Read("second.c"));
     }
     m_boxes.Clear();
-    m_boxes.Queue({IDYES, IDYES});
-    EXPECT_TRUE(CloseFrame());
-    EXPECT_EQ(2u, m_boxes.Boxes().size());
-    EXPECT_NE(std::string::npos, m_boxes.Boxes()[1].text.find("first.c"));
-    EXPECT_EQ("a1\r\n", Read("first.c"));
-    EXPECT_EQ("b2\n", Read("second.c"));
-}
-
-TEST_F(EditorTest, SaveAllSavesEveryModifiedWindowWithoutAsking)
-{
-    OpenTwoModified();
     Command(ID_FILE_SAVEALL);
     EXPECT_EQ("a1\r\n", Read("first.c"));
     EXPECT_EQ("b2\n", Read("second.c"));
     EXPECT_FALSE((first->m_flags | second->m_flags) & CF_MODIFIED);
+    EXPECT_TRUE(CloseFrame());
+    EXPECT_TRUE(m_boxes.Boxes().empty());
 }
 
 // --- saves that fail, and what a save keeps
