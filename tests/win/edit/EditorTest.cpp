@@ -98,9 +98,10 @@ class EditorTest : public FrameTest
 
 // --- loading and saving
 
+// Doubtful files are asked about, and taken as they stand on Yes.
 TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
 {
-    std::string high, longUnix, longShown;
+    std::string high, longUnix, longShown, control;
     for (int byte = 128; byte < 256; ++byte)
         high += static_cast<char>(byte);
     for (int line = 0; line < 20000; ++line) {
@@ -108,48 +109,8 @@ TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
         longUnix += text + "\n";
         longShown += text + "\r\n";
     }
-    const struct {
-        const char* name;
-        std::string disk, shown;
-        FileFormat format;
-        const char* typed;
-        std::string saved;
-    } rows[] = {
-        {"dos.c", "int a;\r\nint b;\r\n", "int a;\r\nint b;\r\n", FF_DOS, "x\r\n",
-         "x\r\nint a;\r\nint b;\r\n"},
-        {"unix.c", "int a;\nint b;\n", "int a;\r\nint b;\r\n", FF_UNIX, "x\r\ny ",
-         "x\ny int a;\nint b;\n"},
-        {"mac.c", "int a;\rint b;\r", "int a;\r\nint b;\r\n", FF_MAC, "x\r\n",
-         "x\rint a;\rint b;\r"},
-        {"last.c", "one\ntwo", "one\r\ntwo", FF_UNIX, "zero\r\n", "zero\none\ntwo"},
-        {"dosfirst.c", "a\r\nb\nc\r\n", "a\r\nb\nc\r\n", FF_DOS, "x\r\n", "x\r\na\r\nb\nc\r\n"},
-        {"empty.c", "", "", FF_DOS, "a\r\nb", "a\r\nb"},
-        {"high.txt", high + "\r\n", high + "\r\n", FF_DOS, "x", "x" + high + "\r\n"},
-        {"long.txt", longUnix, longShown, FF_UNIX, "first\r\n", "first\n" + longUnix},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        CKmFileEdit* edit = OpenWith(row.name, row.disk);
-        ASSERT_NE(nullptr, edit);
-        EXPECT_EQ(row.format, edit->m_format);
-        EXPECT_EQ(row.shown, WindowText(EditOf(edit)));
-        EXPECT_EQ(row.shown, EditBlock(edit));
-        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
-        InsertAtStart(edit, row.typed);
-        EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
-        Save(edit);
-        EXPECT_EQ(row.saved, Read(row.name));
-        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
-        EXPECT_EQ(row.format, edit->m_format);
-    }
-    EXPECT_TRUE(m_boxes.Boxes().empty());
-}
-
-TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
-{
-    std::string line = "0123456789abcdefghijklmnopqrstuvwxyz0123456789\r\n"; // 48 bytes
+    const std::string line = "0123456789abcdefghijklmnopqrstuvwxyz0123456789\r\n"; // 48 bytes
     const std::string hundred = line + line + "abcd";
-    std::string control;
     while (control.size() < 300)
         control += "control bytes\r\n";
     std::string at255 = control, at256 = control;
@@ -158,12 +119,28 @@ TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
     const struct {
         const char* name;
         std::string disk, question, shown; // no question: opened at once
+        FileFormat format;
+        const char* typed;
+        std::string saved;
     } rows[] = {
-        {"one.txt", "hello", "Invalid line terminators", "hello"},
-        {"mixed.txt", "a\nb\r\nc\n", "Invalid line terminators", "a\nb\r\nc\n"},
-        {"zero.txt", hundred + '\0' + "tail\r\n", "Non-ANSI character (0x0)", hundred},
-        {"at255.txt", at255, "Non-ANSI character (0x1)", at255},
-        {"at256.txt", at256, "", at256}, // only the first 256 bytes are looked at
+        {"dos.c", "int a;\r\nint b;\r\n", "", "int a;\r\nint b;\r\n", FF_DOS, "x\r\n",
+         "x\r\nint a;\r\nint b;\r\n"},
+        {"unix.c", "int a;\nint b;\n", "", "int a;\r\nint b;\r\n", FF_UNIX, "x\r\ny ",
+         "x\ny int a;\nint b;\n"},
+        {"mac.c", "int a;\rint b;\r", "", "int a;\r\nint b;\r\n", FF_MAC, "x\r\n",
+         "x\rint a;\rint b;\r"},
+        {"last.c", "one\ntwo", "", "one\r\ntwo", FF_UNIX, "zero\r\n", "zero\none\ntwo"},
+        {"dosfirst.c", "a\r\nb\nc\r\n", "", "a\r\nb\nc\r\n", FF_DOS, "x\r\n", "x\r\na\r\nb\nc\r\n"},
+        {"empty.c", "", "", "", FF_DOS, "a\r\nb", "a\r\nb"},
+        {"high.txt", high + "\r\n", "", high + "\r\n", FF_DOS, "x", "x" + high + "\r\n"},
+        {"long.txt", longUnix, "", longShown, FF_UNIX, "first\r\n", "first\n" + longUnix},
+        {"one.txt", "hello", "Invalid line terminators", "hello", FF_DOS, "x", "xhello"},
+        {"mixed.txt", "a\nb\r\nc\n", "Invalid line terminators", "a\nb\r\nc\n", FF_DOS, "x",
+         "xa\nb\r\nc\n"},
+        {"zero.txt", hundred + '\0' + "tail\r\n", "Non-ANSI character (0x0)", hundred, FF_DOS, "x",
+         "x" + hundred},
+        {"at255.txt", at255, "Non-ANSI character (0x1)", at255, FF_DOS, "x", "x" + at255},
+        {"at256.txt", at256, "", at256, FF_DOS, "x", "x" + at256}, // only 256 bytes are looked at
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -181,11 +158,16 @@ TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
         CKmFileEdit* edit = Open(row.name);
         ASSERT_NE(nullptr, edit);
         EXPECT_EQ(row.question.empty() ? 0u : 2u, m_boxes.Boxes().size());
-        EXPECT_EQ(FF_DOS, edit->m_format);
+        EXPECT_EQ(row.format, edit->m_format);
+        EXPECT_EQ(row.shown, WindowText(EditOf(edit)));
         EXPECT_EQ(row.shown, EditBlock(edit));
-        InsertAtStart(edit, "x");
+        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+        InsertAtStart(edit, row.typed);
+        EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
         Save(edit);
-        EXPECT_EQ("x" + row.shown, Read(row.name));
+        EXPECT_EQ(row.saved, Read(row.name));
+        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+        EXPECT_EQ(row.format, edit->m_format);
         Close(edit->m_hWnd);
     }
 }

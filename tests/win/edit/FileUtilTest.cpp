@@ -1,7 +1,6 @@
 // The file helpers on the real file system, and the messages and file-error
 // reports through real message boxes.
 #include "edit/FileUtil.h"
-#include "app/KmApp.h"
 #include "edit/Messages.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
@@ -201,29 +200,25 @@ TEST_F(FileUtilTest, MessagesFormatTheirStringAndGiveTheButton)
                   "Error accessing 'c:\\y.c'\nAll or part of the path is invalid"}),
               m_boxes.Texts());
     EXPECT_EQ("Kelmar", m_boxes.Boxes()[0].caption);
-    EXPECT_STREQ(theApp.m_pszAppName, m_boxes.Boxes()[0].caption.c_str());
     EXPECT_EQ("OC", m_boxes.Boxes()[3].buttons);
 }
 
 TEST_F(FileUtilTest, TheCauseSelectsTheSecondLineOfAReport)
 {
-    const struct {
-        int cause;
-        const char* line;
-    } rows[] = {
+    const std::pair<int, const char*> rows[] = {
         {CFileException::fileNotFound, "The file could not be located"},
         {CFileException::accessDenied, "Access denied to this file"},
         {CFileException::diskFull, "The disk is full"},
         {CFileException::removeCurrentDir, "An unspecified error occurred"}, // no row of its own
         {99, "An unspecified error occurred"},
     };
-    for (const auto& row : rows) {
-        m_boxes.Clear();
+    std::vector<std::string> expected;
+    for (const auto& [cause, line] : rows) {
         m_boxes.Queue({IDOK});
-        ReportFileError("c:\\x.c", CFileException(row.cause), MB_ICONEXCLAMATION);
-        EXPECT_EQ(std::vector<std::string>{std::string("Error accessing 'c:\\x.c'\n") + row.line},
-                  m_boxes.Texts());
+        ReportFileError("c:\\x.c", CFileException(cause), MB_ICONEXCLAMATION);
+        expected.push_back(std::string("Error accessing 'c:\\x.c'\n") + line);
     }
+    EXPECT_EQ(expected, m_boxes.Texts());
 }
 
 TEST_F(FileUtilTest, WriteStringFileAndRemoveFileAndTheirFailuresReportedWithThePath)
