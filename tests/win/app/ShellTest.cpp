@@ -271,6 +271,7 @@ TEST_F(ShellTest, MenuWithoutFilesUntilTheFirstChildAndAfterTheLast)
     EXPECT_EQ("Kelmar Workbench", WindowText(m_frameWnd));
     EXPECT_EQ(m_frame->m_menuNoFile.m_hMenu, ::GetMenu(m_frameWnd));
     EXPECT_EQ("&Global", MenuText(::GetMenu(m_frameWnd), 1));
+    EXPECT_FALSE(Grayed(OpenPopup(1), ID_SEARCH_GREP)); // the Search rules on what it has
     CPlainChild* first = MakeChild<CPlainChild>("first");
     EXPECT_EQ(m_frame->m_menuFile.m_hMenu, ::GetMenu(m_frameWnd));
     EXPECT_EQ("&Window", MenuText(::GetMenu(m_frameWnd), POPUP_WINDOW));
@@ -304,21 +305,6 @@ TEST_F(ShellTest, ProjectPopupIsGrayedAlsoBehindAMaximisedChild)
 
 // --- states of popup items
 
-TEST_F(ShellTest, SearchItemsFollowThePattern)
-{
-    // Without a child the Global popup runs the Search rules on what it has.
-    EXPECT_FALSE(Grayed(OpenPopup(1), ID_SEARCH_GREP));
-    MakeChild<CPlainChild>("plain");
-    for (const bool pattern : {false, true}) {
-        SCOPED_TRACE(pattern);
-        theApp.searchPattern = pattern ? "needle" : "";
-        HMENU search = OpenPopup(POPUP_SEARCH);
-        EXPECT_FALSE(Grayed(search, ID_SEARCH_FIND));
-        EXPECT_EQ(!pattern, Grayed(search, ID_SEARCH_FINDNEXT));
-        EXPECT_EQ(!pattern, Grayed(search, ID_SEARCH_FINDPREV));
-    }
-}
-
 TEST_F(ShellTest, EditorItemsFollowItsSelectionAndState)
 {
     Command(ID_FILE_NEW);
@@ -334,19 +320,21 @@ TEST_F(ShellTest, EditorItemsFollowItsSelectionAndState)
     editor->m_flags &= ~CF_UNTITLED;
     EXPECT_FALSE(Grayed(OpenPopup(POPUP_FILE), ID_FILE_SAVE));
 
-    // Find Next and Previous take a selection within one line.
+    // Find Next and Previous take a pattern or a selection within one line.
     const struct {
         int from, to;
-        bool readOnly, cut, copy, transpose, findNext, replace;
+        bool readOnly, cut, copy, transpose, findNext, replace, pattern;
     } rows[] = {
-        {0, 0, false, true, true, false, true, false},
-        {0, 3, false, false, false, true, false, false},
-        {4, 12, false, false, false, true, true, false}, // across the line end
-        {2, 2, false, true, true, false, true, false},
-        {0, 3, true, true, false, true, false, true},
+        {0, 0, false, true, true, false, true, false, false},
+        {0, 3, false, false, false, true, false, false, false},
+        {4, 12, false, false, false, true, true, false, false}, // across the line end
+        {4, 12, false, false, false, true, false, false, true},
+        {2, 2, false, true, true, false, true, false, false},
+        {0, 3, true, true, false, true, false, true, false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.from << "-" << row.to << " " << row.readOnly);
+        theApp.searchPattern = row.pattern ? "needle" : "";
         ::SendMessageA(edit, EM_SETSEL, row.from, row.to);
         editor->m_flags =
             row.readOnly ? editor->m_flags | CF_READONLY : editor->m_flags & ~CF_READONLY;
@@ -356,9 +344,10 @@ TEST_F(ShellTest, EditorItemsFollowItsSelectionAndState)
         EXPECT_EQ(row.transpose, Grayed(menu, ID_EDIT_TRANSPOSE));
         EXPECT_FALSE(Grayed(menu, ID_EDIT_UNDO));
         menu = OpenPopup(POPUP_SEARCH);
+        EXPECT_FALSE(Grayed(menu, ID_SEARCH_FIND));
         EXPECT_EQ(row.findNext, Grayed(menu, ID_SEARCH_FINDNEXT));
         EXPECT_EQ(row.findNext, Grayed(menu, ID_SEARCH_FINDPREV));
-        EXPECT_TRUE(Grayed(menu, ID_SEARCH_REPLACENEXT));
+        EXPECT_EQ(!row.pattern, Grayed(menu, ID_SEARCH_REPLACENEXT));
         EXPECT_EQ(row.replace, Grayed(menu, ID_SEARCH_REPLACE));
     }
     editor->m_flags &= ~(CF_MODIFIED | CF_READONLY); // closes without a question
