@@ -148,21 +148,23 @@ const struct Accel {
     UINT id;
 } kAccels[] = {
     // clang-format off
-    {'A', "C", ID_EDIT_SHIFTRIGHT}, {'A', "CS", ID_EDIT_TRANSPOSE}, {'B', "C", ID_EDIT_MOVEBACKSTART},
-    {'B', "CS", ID_EDIT_SELBACKSTART}, {'C', "C", ID_EDIT_COPY}, {'C', "CS", ID_EDIT_COPYAPPEND},
-    {'E', "C", ID_EDIT_MOVEFWDEND}, {'E', "CS", ID_EDIT_SELFWDEND}, {'F', "C", ID_EDIT_MOVEFWDSTART},
-    {'F', "CS", ID_EDIT_SELFWDSTART}, {'G', "C", ID_SEARCH_GOTOLINE}, {'K', "C", ID_EDIT_TOGGLECASE},
-    {'L', "C", ID_EDIT_LOWERCASE}, {'N', "C", ID_FILE_NEW}, {'O', "C", ID_FILE_OPEN},
-    {'S', "C", ID_FILE_SAVE}, {'S', "CS", ID_FILE_SAVEALL}, {'T', "C", ID_EDIT_TRANSPOSE},
-    {'U', "C", ID_EDIT_UPPERCASE}, {'U', "CS", ID_EDIT_CAPITALIZE}, {'V', "C", ID_EDIT_PASTE},
-    {'X', "C", ID_EDIT_CUT}, {'X', "CS", ID_EDIT_CUTAPPEND}, {'Z', "C", ID_EDIT_UNDO},
-    {VK_F1, "", ID_HELP_CONTEXT}, {VK_F1, "C", ID_HELP_ENVIRONMENT}, {VK_F1, "S", ID_HELP_SDK},
-    {VK_F1, "CS", ID_HELP_FILESTATS}, {VK_F2, "", ID_PROJECT_BUILD},
-    {VK_F2, "C", ID_PROJECT_BUILDTARGET}, {VK_F4, "", ID_FILE_MANAGE}, {VK_F5, "", ID_SEARCH_FIND},
-    {VK_F5, "C", ID_SEARCH_FINDNEXT}, {VK_F5, "CS", ID_SEARCH_GREP}, {VK_F5, "S", ID_SEARCH_FINDPREV},
-    {VK_F8, "", ID_SEARCH_REPLACE}, {VK_F8, "C", ID_SEARCH_REPLACENEXT}, {VK_F9, "", ID_SEARCH_MATCHBRACE},
+    {'A', "C", ID_EDIT_SHIFTRIGHT}, {'A', "CS", ID_EDIT_TRANSPOSE},
+    {'B', "C", ID_EDIT_MOVEBACKSTART}, {'B', "CS", ID_EDIT_SELBACKSTART}, {'C', "C", ID_EDIT_COPY},
+    {'C', "CS", ID_EDIT_COPYAPPEND}, {'E', "C", ID_EDIT_MOVEFWDEND}, {'E', "CS", ID_EDIT_SELFWDEND},
+    {'F', "C", ID_EDIT_MOVEFWDSTART}, {'F', "CS", ID_EDIT_SELFWDSTART},
+    {'G', "C", ID_SEARCH_GOTOLINE}, {'K', "C", ID_EDIT_TOGGLECASE}, {'L', "C", ID_EDIT_LOWERCASE},
+    {'N', "C", ID_FILE_NEW}, {'O', "C", ID_FILE_OPEN}, {'S', "C", ID_FILE_SAVE},
+    {'S', "CS", ID_FILE_SAVEALL}, {'T', "C", ID_EDIT_TRANSPOSE}, {'U', "C", ID_EDIT_UPPERCASE},
+    {'U', "CS", ID_EDIT_CAPITALIZE}, {'V', "C", ID_EDIT_PASTE}, {'X', "C", ID_EDIT_CUT},
+    {'X', "CS", ID_EDIT_CUTAPPEND}, {'Z', "C", ID_EDIT_UNDO}, {VK_F1, "", ID_HELP_CONTEXT},
+    {VK_F1, "C", ID_HELP_ENVIRONMENT}, {VK_F1, "S", ID_HELP_SDK}, {VK_F1, "CS", ID_HELP_FILESTATS},
+    {VK_F2, "", ID_PROJECT_BUILD}, {VK_F2, "C", ID_PROJECT_BUILDTARGET},
+    {VK_F4, "", ID_FILE_MANAGE}, {VK_F5, "", ID_SEARCH_FIND}, {VK_F5, "C", ID_SEARCH_FINDNEXT},
+    {VK_F5, "CS", ID_SEARCH_GREP}, {VK_F5, "S", ID_SEARCH_FINDPREV}, {VK_F8, "", ID_SEARCH_REPLACE},
+    {VK_F8, "C", ID_SEARCH_REPLACENEXT}, {VK_F9, "", ID_SEARCH_MATCHBRACE},
     {VK_F11, "", ID_WINDOW_SELECTOR}, {VK_F12, "", ID_FILE_SAVEAS}, {VK_F12, "S", ID_FILE_PRINT},
-    {VK_INSERT, "", ID_SET_INSERT}, {VK_TAB, "C", ID_EDIT_SHIFTRIGHT}, {VK_TAB, "S", ID_EDIT_SHIFTLEFT},
+    {VK_INSERT, "", ID_SET_INSERT}, {VK_TAB, "C", ID_EDIT_SHIFTRIGHT},
+    {VK_TAB, "S", ID_EDIT_SHIFTLEFT},
     // clang-format on
 };
 
@@ -288,7 +290,7 @@ TEST_F(ShellTest, MenuWithoutFilesUntilTheFirstChildAndAfterTheLast)
     EXPECT_TRUE(theApp.recentFilesDirty);
 }
 
-// Without a file the same popup stands elsewhere: see the start with -e.
+// In the menu without files the start with -e grays the popup at its own place.
 TEST_F(ShellTest, ProjectPopupIsGrayedAlsoBehindAMaximisedChild)
 {
     theApp.flags |= KF_NOPROJECT;
