@@ -140,31 +140,27 @@ TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReference)
 
 // --- DDE, driven by a client window of this thread
 
-struct Ack {
+// What the client got: the message, the server, and the atoms of an
+// initiation or the status and command block of an execute.
+struct Answer {
+    UINT message;
     HWND server;
-    UINT status;
-    UINT_PTR item; // the atoms of an initiation, the command block of an execute
+    UINT_PTR low, high;
 };
-std::vector<Ack> g_initiateAcks, g_executeAcks;
-std::vector<HWND> g_terminates;
+std::vector<Answer> g_answers;
 bool g_initiating = false;
 
 LRESULT CALLBACK ClientProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    HWND server = reinterpret_cast<HWND>(wParam);
-    if (message == WM_DDE_ACK && g_initiating) {
-        g_initiateAcks.push_back({server, LOWORD(lParam), HIWORD(lParam)});
-    } else if (message == WM_DDE_ACK) {
-        UINT_PTR status = 0, block = 0;
-        ::UnpackDDElParam(WM_DDE_ACK, lParam, &status, &block);
-        ::FreeDDElParam(WM_DDE_ACK, lParam);
-        g_executeAcks.push_back({server, static_cast<UINT>(status), block});
-        ::GlobalFree(reinterpret_cast<HGLOBAL>(block));
-    } else if (message == WM_DDE_TERMINATE) {
-        g_terminates.push_back(server);
-    } else {
+    if (message != WM_DDE_ACK && message != WM_DDE_TERMINATE)
         return ::DefWindowProcA(hwnd, message, wParam, lParam);
+    UINT_PTR low = LOWORD(lParam), high = HIWORD(lParam);
+    if (message == WM_DDE_ACK && !g_initiating) {
+        ::UnpackDDElParam(WM_DDE_ACK, lParam, &low, &high);
+        ::FreeDDElParam(WM_DDE_ACK, lParam);
+        ::GlobalFree(reinterpret_cast<HGLOBAL>(high));
     }
+    g_answers.push_back({message, reinterpret_cast<HWND>(wParam), low, high});
     return 0;
 }
 
@@ -174,9 +170,7 @@ class DdeServerTest : public FrameTest
     void SetUp() override
     {
         FrameTest::SetUp();
-        g_initiateAcks.clear();
-        g_executeAcks.clear();
-        g_terminates.clear();
+        g_answers.clear();
         WNDCLASSA wc = {};
         wc.lpfnWndProc = ClientProc;
         wc.lpszClassName = "KmTestDdeClient";
@@ -211,15 +205,16 @@ class DdeServerTest : public FrameTest
         HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, command.size() + 1);
         memcpy(::GlobalLock(block), command.c_str(), command.size() + 1);
         ::GlobalUnlock(block);
-        g_executeAcks.clear();
+        g_answers.clear();
         LPARAM lParam = ::PackDDElParam(WM_DDE_EXECUTE, 0, reinterpret_cast<UINT_PTR>(block));
         ASSERT_TRUE(
             ::PostMessageA(m_frameWnd, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(m_client), lParam));
         PumpUntilIdle();
-        ASSERT_EQ(1u, g_executeAcks.size());
-        EXPECT_EQ(m_frameWnd, g_executeAcks[0].server);
-        EXPECT_EQ(1u, LOWORD(g_executeAcks[0].status));
-        EXPECT_EQ(reinterpret_cast<UINT_PTR>(block), g_executeAcks[0].item);
+        ASSERT_EQ(1u, g_answers.size());
+        EXPECT_EQ(static_cast<UINT>(WM_DDE_ACK), g_answers[0].message);
+        EXPECT_EQ(m_frameWnd, g_answers[0].server);
+        EXPECT_EQ(1u, LOWORD(g_answers[0].low));
+        EXPECT_EQ(reinterpret_cast<UINT_PTR>(block), g_answers[0].high);
     }
 
     HWND m_client = nullptr;
@@ -229,10 +224,10 @@ TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnlyAndTerminateWith
 {
     const ATOM service = ::GlobalAddAtomA("Kelmar"), topic = ::GlobalAddAtomA("system");
     Initiate("Kelmar", "system");
-    ASSERT_EQ(1u, g_initiateAcks.size());
-    EXPECT_EQ(m_frameWnd, g_initiateAcks[0].server);
-    EXPECT_EQ(service, g_initiateAcks[0].status);
-    EXPECT_EQ(topic, g_initiateAcks[0].item);
+    ASSERT_EQ(1u, g_answers.size());
+    EXPECT_EQ(m_frameWnd, g_answers[0].server);
+    EXPECT_EQ(service, g_answers[0].low);
+    EXPECT_EQ(topic, g_answers[0].high);
     ::GlobalDeleteAtom(service);
     ::GlobalDeleteAtom(topic);
 
@@ -240,10 +235,12 @@ TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnlyAndTerminateWith
     Initiate("Other", "system");
     Initiate(nullptr, nullptr); // a wild initiation
     Initiate("Kelmar", nullptr);
-    EXPECT_EQ(1u, g_initiateAcks.size());
+    EXPECT_EQ(1u, g_answers.size());
     ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(m_client), 0);
     PumpUntilIdle();
-    EXPECT_EQ(std::vector<HWND>{m_frameWnd}, g_terminates);
+    ASSERT_EQ(2u, g_answers.size());
+    EXPECT_EQ(static_cast<UINT>(WM_DDE_TERMINATE), g_answers[1].message);
+    EXPECT_EQ(m_frameWnd, g_answers[1].server);
 }
 
 TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)

@@ -113,36 +113,6 @@ class StatusBarTest : public ::testing::Test
         autoSave = -1;
 };
 
-TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidths)
-{
-    AddFramePanes();
-    EXPECT_EQ((std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}),
-              (std::vector<int>{lineCol, insert, caps, num, align, edit, clean, autoSave}));
-    EXPECT_EQ(10, PaneRect(0).left);
-    // SetNextGap(2) puts 15 pixels in front of the insert and edit panes;
-    // every other pane stands 5 behind its neighbour.
-    const int gaps[8] = {0, 15, 5, 5, 5, 15, 5, 5};
-    for (int i = 0; i < 8; ++i) {
-        SCOPED_TRACE(i);
-        const RECT rc = PaneRect(i), text = bar.GetPane(i)->m_rcText;
-        EXPECT_EQ(3, rc.top);
-        EXPECT_EQ(CKmStatusBar::Height() - 2, rc.bottom);
-        if (i > 0) {
-            EXPECT_EQ(PaneRect(i - 1).right + gaps[i], rc.left);
-        }
-        EXPECT_EQ(rc.left + 1, text.left);
-        EXPECT_EQ(rc.top + 1, text.top);
-    }
-    // As wide as the widest text: of a toggle's two, whichever shows, and
-    // of a choice's list.
-    EXPECT_EQ(BarFontWidth("Modified") + 1, Width(PaneRect(clean)));
-    EXPECT_EQ(BarFontWidth("Auto-save") + 1, Width(PaneRect(autoSave)));
-    EXPECT_EQ(BarFontWidth("Caps") + 1, Width(PaneRect(caps)));
-    EXPECT_EQ(BarFontWidth("Indent") + 1, Width(PaneRect(align)));
-    // The position pane is measured in the window's own font, not the bar's.
-    EXPECT_GT(Width(PaneRect(lineCol)), BarFontWidth("1234567 : 1"));
-}
-
 TEST_F(StatusBarTest, ElevenPanesAtMostAndGapsInFives)
 {
     const int gaps[] = {0, -1, 0, 4, 0}; // SetNextGap before each pane
@@ -317,12 +287,38 @@ TEST(ClockFormat, TwelveAndTwentyFourHourFormsWithTheirSeparatorsAndSuffixes)
         EXPECT_EQ(row.shown, row.clock.FormatTime(row.hour, row.minute)) << row.shown;
 }
 
-TEST_F(StatusBarTest, ClockKeepsItsRightMarginAndThePanes)
+// The clock keeps its right margin and leaves the panes where they are.
+TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsAndTheClockItsMargin)
 {
     AddFramePanes();
+    EXPECT_EQ((std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}),
+              (std::vector<int>{lineCol, insert, caps, num, align, edit, clean, autoSave}));
+    EXPECT_EQ(10, PaneRect(0).left);
+    // SetNextGap(2) puts 15 pixels in front of the insert and edit panes;
+    // every other pane stands 5 behind its neighbour.
+    const int gaps[8] = {0, 15, 5, 5, 5, 15, 5, 5};
     std::vector<RECT> before;
-    for (int i = 0; i < 8; ++i)
-        before.push_back(PaneRect(i));
+    for (int i = 0; i < 8; ++i) {
+        SCOPED_TRACE(i);
+        const RECT rc = PaneRect(i), text = bar.GetPane(i)->m_rcText;
+        before.push_back(rc);
+        EXPECT_EQ(3, rc.top);
+        EXPECT_EQ(CKmStatusBar::Height() - 2, rc.bottom);
+        if (i > 0) {
+            EXPECT_EQ(PaneRect(i - 1).right + gaps[i], rc.left);
+        }
+        EXPECT_EQ(rc.left + 1, text.left);
+        EXPECT_EQ(rc.top + 1, text.top);
+    }
+    // As wide as the widest text: of a toggle's two, whichever shows, and
+    // of a choice's list.
+    EXPECT_EQ(BarFontWidth("Modified") + 1, Width(PaneRect(clean)));
+    EXPECT_EQ(BarFontWidth("Auto-save") + 1, Width(PaneRect(autoSave)));
+    EXPECT_EQ(BarFontWidth("Caps") + 1, Width(PaneRect(caps)));
+    EXPECT_EQ(BarFontWidth("Indent") + 1, Width(PaneRect(align)));
+    // The position pane is measured in the window's own font, not the bar's.
+    EXPECT_GT(Width(PaneRect(lineCol)), BarFontWidth("1234567 : 1"));
+
     bar.ShowClock();
     bar.ShowClock(); // a second clock is not made
     ASSERT_NE(nullptr, bar.m_pClock);
