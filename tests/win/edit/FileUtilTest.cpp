@@ -53,7 +53,7 @@ TEST(PathRelativeTo, StripsTheDirectoryAndItsBackslashOnly)
         EXPECT_STREQ(row[2], PathRelativeTo(row[0], row[1])) << row[0] << " " << row[1];
 }
 
-TEST_F(FileUtilTest, StatusOfFilesDirectoriesAndMissingNames)
+TEST_F(FileUtilTest, StatusOfFilesDirectoriesRootsAndMissingNames)
 {
     Write("Data.Txt", "hello");
     ASSERT_TRUE(::CreateDirectoryA(Path("Sub").c_str(), nullptr));
@@ -76,14 +76,11 @@ TEST_F(FileUtilTest, StatusOfFilesDirectoriesAndMissingNames)
     EXPECT_FALSE(GetFileStatus("c:\\*.c", status)); // a pattern is never a file
     EXPECT_FALSE(GetFileStatus("c:\\windows\\?", status));
     EXPECT_EQ(0, memcmp(&before, &status, sizeof status));
-}
 
-TEST_F(FileUtilTest, RootsHaveNoTimesAndNoSize)
-{
+    // Roots have no times and no size.
     for (const char* root : {"c:\\", "c:"}) { // "c:" is drive C's current directory, here its root
         SCOPED_TRACE(root);
         ASSERT_TRUE(ChangeDir("c:\\"));
-        FileStatus status;
         memset(&status, 0x5A, sizeof status);
         ASSERT_TRUE(GetFileStatus(root, status));
         EXPECT_EQ(0u, status.size);
