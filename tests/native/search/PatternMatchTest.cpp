@@ -16,41 +16,6 @@ const std::string kNine = "\\(1\\)\\(2\\)\\(3\\)\\(4\\)\\(5\\)\\(6\\)\\(7\\)\\(8
 const std::string kTen =
     "\\(a\\)\\(b\\)\\(c\\)\\(d\\)\\(e\\)\\(f\\)\\(g\\)\\(h\\)\\(i\\)\\(j\\)\\9";
 
-TEST(PatternMatch, FirstCharMap)
-{
-    const struct {
-        const char* pattern;
-        bool fold;
-        int canBeEmpty; // -1: not checked
-        unsigned char byte;
-        int inMap;
-    } rows[] = {
-        {"abc", 0, 0, 'a', 1},     {"abc", 0, 0, 'b', 0},      {"a*b", 0, 0, 'a', 1},
-        {"a*b", 0, 0, 'b', 1},     {"$", 0, 2, '\r', 1},       {"$", 0, 2, '\n', 0},
-        {"a+", 0, 1, 'a', -1},     {"x*", 0, 1, 'x', -1},      {"\\(a\\)*\\1", 0, 1, 'a', -1},
-        {".x", 0, 0, '\r', 0},     {".x", 0, 0, 0xE9, 1},      {"[^a-y]", 0, -1, 'b', 0},
-        {"[^a-y]", 0, -1, 'z', 1}, {"[^a-y]", 0, -1, 0xFF, 1}, {"[a-c]x", 1, -1, 'B', 1},
-        {"[a-c]x", 1, -1, 'b', 0}, {"^\\<ab", 0, 0, 'a', 1},   {"b+", 0, 1, 'b', -1},
-        {"\\>", 0, 1, 'a', -1},    {"x*$", 0, 2, 'x', -1},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.pattern);
-        Compiled c(row.pattern, row.fold);
-        if (row.canBeEmpty >= 0) {
-            EXPECT_EQ(row.canBeEmpty, c.pb.can_be_empty);
-        }
-        if (row.inMap >= 0) {
-            EXPECT_EQ(row.inMap, c.pb.first_char_map[row.byte]) << row.byte;
-        }
-    }
-    Compiled lit("abc");
-    EXPECT_EQ(1, lit.pb.map_valid);
-    lit.pb.map_valid = 0; // a search builds a missing map
-    memset(lit.pb.first_char_map, 0, 256);
-    EXPECT_EQ(2, lit.Find("xyabc"));
-    EXPECT_EQ(1, lit.pb.map_valid);
-}
-
 TEST(PatternMatch, FirstMatchAndItsLength)
 {
     const std::string run(100000, 'a'), mixed = "abc\r\nxyz\nq\r\nfoo";
@@ -112,6 +77,28 @@ TEST(PatternMatch, FirstMatchAndItsLength)
         {"a[a-c]*d", "aaabd", 0, 5, 0}, {"b[a-c]*d", "bbcxbcd", 4, 3, 0},
         {".*x", std::string(4000, 'a'), N, 0, 0}, {".*x", std::string(4000, 'a') + "x", 0, 4001, 0},
         {".*x", std::string(5000, 'a'), MATCH_STACK_EXHAUSTED, 0, 0},
+        // A repeat without a previous element is a literal; one after an
+        // element without mark repeats the construct.
+        {"*abc", "x*abc", 1, 4, 0}, {"+a", "a+a", 1, 2, 0}, {"?a", "a?a", 1, 2, 0},
+        {"\\(*a\\)", "x*a", 1, 2, 0}, {"a*\\<*b", "aab", 2, 1, 0}, {"$*", "$$x", 0, 2, 0},
+        // '^' and '$' inside a pattern are bytes, '\|' is none either.
+        {"abc^", "abc^", 0, 4, 0}, {"a^$b", "a^$b", 0, 4, 0}, {"a$b", "a$b", 0, 3, 0},
+        {"x\\|y", "x|y", 0, 3, 0}, {"^^a", "b\na", 2, 1, 0}, {"a\n^b", "a\nb", 0, 3, 0},
+        {"^a$", "b\na\r\n", 2, 1, 0}, {"\\(a$\\)", "ab a\r\n", 3, 1, 0},
+        // Set members: ']' first, '-' first or last, high bytes.
+        {"[a-cx]*", "xbad", 0, 3, 0}, {"[^0-2]", "012a", 3, 1, 0}, {"[^]a]", "]ab", 2, 1, 0},
+        {"[-a]*", "-a-b", 0, 3, 0}, {"[a-]*", "a-b", 0, 2, 0}, {"[\xff]", "a\xff", 1, 1, 0},
+        {".x", "\xe9x", 0, 2, 0}, {"[^a-y]", "b\xff", 1, 1, 0}, {"[a-c]x", "Bx", 0, 2, 1},
+        // Escapes are literals, folded after their meaning; a reference to
+        // a group not yet closed is its digit.
+        {"\\n", "\nn", 1, 1, 0}, {"\\n", "xN", 1, 1, 1}, {"\\t", "T\t", 1, 1, 1},
+        {"\\{\\0\\.", "{0.", 0, 3, 0}, {"\\1", "a1", 1, 1, 0}, {"\\(a\\1\\)", "a1", 0, 2, 0},
+        {"\\(a\\)\\2", "aa a2", 3, 2, 0}, {"\\(ab\\)*\\1", "ababab", 0, 6, 0},
+        // Runs of repeats are one repeat, of the whole literal before them;
+        // 128 bytes are two literals.
+        {"a**", "aaab", 0, 3, 0}, {"ba+?", "baba", 0, 4, 0}, {"ba?+", "bab", 0, 2, 0},
+        {"ba++", "b", N, 0, 0}, {"ba++", "baba", 0, 4, 0}, {"ba??", "baa", 0, 2, 0},
+        {std::string(128, 'q'), std::string(130, 'q'), 0, 128, 0},
         // clang-format on
     };
     for (const auto& [pattern, text, pos, length, fold] : rows) {
@@ -172,18 +159,6 @@ TEST(PatternMatch, MatchAtAPositionStopsConsumingAtTheStop)
         EXPECT_EQ(result, MatchPattern(&c.pb, text, size, pos, stop, nullptr))
             << pattern << " in " << text;
     }
-}
-
-TEST(PatternMatch, LoopExitIsPatchedIntoTheCode)
-{
-    Compiled flat("a*b"), kept(".*x");
-    EXPECT_EQ(1, flat.Find("xaaab"));
-    EXPECT_EQ(OP_FINALIZE_JUMP, flat.pb.buffer[6]);
-    EXPECT_EQ(0, kept.Find("abxc"));
-    EXPECT_EQ(OP_JUMP, kept.pb.buffer[4]);
-    // A finalized loop keeps the stack flat however long the run.
-    const std::string run(100000, 'a');
-    EXPECT_EQ(N, MatchPattern(&flat.pb, run.data(), 100000, 0, 100000, nullptr));
 }
 
 TEST(PatternMatch, GroupsAndRegisters)

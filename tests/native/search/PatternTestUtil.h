@@ -26,7 +26,6 @@ struct Compiled {
     Compiled(const Compiled&) = delete;
     Compiled& operator=(const Compiled&) = delete;
 
-    std::vector<unsigned char> Code() const { return {pb.buffer, pb.buffer + pb.used}; }
     int Search(const std::string& text, int start, int range, MatchRegisters* regs = nullptr)
     {
         return SearchPattern(&pb, text.data(), static_cast<int>(text.size()), start, range, regs);

@@ -24,14 +24,11 @@ std::string Lines(int count)
 // Whether the children stand side by side, each as high as the client.
 bool TiledAcross(HWND client, const std::vector<HWND>& children)
 {
-    RECT area, rect;
+    RECT area;
     ::GetClientRect(client, &area);
-    for (HWND child : children) {
-        ::GetWindowRect(child, &rect);
-        ::MapWindowPoints(nullptr, client, reinterpret_cast<POINT*>(&rect), 2);
-        if (rect.top != 0 || rect.bottom != area.bottom)
+    for (HWND child : children)
+        if (Place(child, client).top != 0 || Place(child, client).bottom != area.bottom)
             return false;
-    }
     return children.size() > 1;
 }
 
@@ -45,9 +42,7 @@ LRESULT CALLBACK WatchPrint(int code, WPARAM wParam, LPARAM lParam)
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-class AppStartTest : public FrameTest
-{
-};
+using AppStartTest = FrameTest;
 
 TEST_F(AppStartTest, SafeModeOpensTheFilesWithoutArrangingThem)
 {
@@ -96,106 +91,76 @@ TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
     EXPECT_FALSE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
 }
 
-// Changes when the settings store is built: it is to drop a project
-// directory that does not exist.
-TEST_F(AppStartTest, StandInProjectDirectoryThatIsNoDirectoryIsKept)
-{
-    Write("a.c", Lines(2));
-    ASSERT_TRUE(Start("-d nosuchdir a.c"));
-    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
-    EXPECT_EQ(std::set<std::string>{FullLower("a.c")}, ChildCaptions());
-}
-
-TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileName)
+// The stand-in project directory changes when the settings store is
+// built: it is to drop a directory that does not exist.
+TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileNameAndAStandInProjectDirectoryIsKept)
 {
     Write("a.c", Lines(2));
     Write("b.c", Lines(2));
     m_boxes.Queue({IDNO});
-    ASSERT_TRUE(Start("a.c b.c -s"));
+    ASSERT_TRUE(Start("-d nosuchdir a.c b.c -s"));
+    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
     EXPECT_EQ(0, theApp.safeMode);
     EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("-s") + "'"}, m_boxes.Texts());
     EXPECT_FALSE(Exists(Path("-s")));
     EXPECT_EQ(ChildCaptions(), (std::set<std::string>{FullLower("a.c"), FullLower("b.c")}));
-    CloseFrame();
-
-    m_boxes.Queue({IDYES});
-    ASSERT_TRUE(Start("a.c b.c -s"));
-    EXPECT_TRUE(Exists(Path("-s")));
-    EXPECT_EQ(3u, ChildCaptions().size());
 }
 
 // Every name is resolved against the start directory before a window
-// opens, although each window makes its own directory the current one.
-TEST_F(AppStartTest, FileWordsInOtherDirectoriesOpenWhereTheyAre)
+// opens, although each window makes its own directory the current one. A
+// hex address is for the hex view: no editor loads the binary file.
+TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReference)
 {
     ASSERT_TRUE(::CreateDirectoryA(Path("one").c_str(), nullptr));
     ASSERT_TRUE(::CreateDirectoryA(Path("two").c_str(), nullptr));
     Write("one\\a.c", Lines(2));
     Write("two\\b.c", Lines(2));
-    ASSERT_TRUE(Start("one\\a.c two\\b.c(2)"));
-    EXPECT_EQ(ChildCaptions(),
-              (std::set<std::string>{FullLower("one\\a.c"), FullLower("two\\b.c")}));
-    EXPECT_EQ((CaretPlace{1, 0}), CaretOf(ChildByCaption(FullLower("two\\b.c"))));
-}
-
-TEST_F(AppStartTest, ReferenceInAWordPlacesTheCaret)
-{
     Write("prog.c", Lines(20));
     Write("plain.c", Lines(20));
     Write("foo", "row 1\nrow 2\nrow 3\nrow 4\n");
-    ASSERT_TRUE(Start("prog.c(12,5) foo(3).c plain.c")); // foo(3).c: the file foo at line 3
+    Write("prog.exe", std::string(0x100, '\0'));
+    // foo(3).c: the file foo at line 3
+    ASSERT_TRUE(Start("one\\a.c two\\b.c(2) prog.c(12,5) foo(3).c prog.exe(0x1F) plain.c"));
     const struct {
         const char* name;
         CaretPlace place;
-    } rows[] = {{"prog.c", {11, 4}}, {"foo", {2, 0}}, {"plain.c", {0, 0}}};
+    } rows[] = {{"one\\a.c", {0, 0}},
+                {"two\\b.c", {1, 0}},
+                {"prog.c", {11, 4}},
+                {"foo", {2, 0}},
+                {"plain.c", {0, 0}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         HWND child = ChildByCaption(FullLower(row.name));
         ASSERT_NE(nullptr, child);
         EXPECT_EQ(row.place, CaretOf(child));
     }
-    EXPECT_EQ(3u, Children().size());
-}
-
-// Changes when the hex view is built: until then the frame only alerts,
-// and above all no editor loads the binary file.
-TEST_F(AppStartTest, StandInHexAddressOpensNoEditor)
-{
-    std::string binary(0x2000, '\0');
-    for (size_t i = 0; i < binary.size(); ++i)
-        binary[i] = static_cast<char>(i * 7);
-    Write("prog.exe", binary);
-    ASSERT_TRUE(Start("prog.exe(0x1F00)"));
-    EXPECT_TRUE(Children().empty());
+    EXPECT_EQ(5u, Children().size());
 }
 
 // --- DDE, driven by a client window of this thread
 
-struct Ack {
+// What the client got: the message, the server, and the atoms of an
+// initiation or the status and command block of an execute.
+struct Answer {
+    UINT message;
     HWND server;
-    UINT status;
-    UINT_PTR item; // the atoms of an initiation, the command block of an execute
+    UINT_PTR low, high;
 };
-std::vector<Ack> g_initiateAcks, g_executeAcks;
-std::vector<HWND> g_terminates;
+std::vector<Answer> g_answers;
 bool g_initiating = false;
 
 LRESULT CALLBACK ClientProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    HWND server = reinterpret_cast<HWND>(wParam);
-    if (message == WM_DDE_ACK && g_initiating) {
-        g_initiateAcks.push_back({server, LOWORD(lParam), HIWORD(lParam)});
-    } else if (message == WM_DDE_ACK) {
-        UINT_PTR status = 0, block = 0;
-        ::UnpackDDElParam(WM_DDE_ACK, lParam, &status, &block);
-        ::FreeDDElParam(WM_DDE_ACK, lParam);
-        g_executeAcks.push_back({server, static_cast<UINT>(status), block});
-        ::GlobalFree(reinterpret_cast<HGLOBAL>(block));
-    } else if (message == WM_DDE_TERMINATE) {
-        g_terminates.push_back(server);
-    } else {
+    if (message != WM_DDE_ACK && message != WM_DDE_TERMINATE)
         return ::DefWindowProcA(hwnd, message, wParam, lParam);
+    UINT_PTR low = LOWORD(lParam), high = HIWORD(lParam);
+    if (message == WM_DDE_ACK && !g_initiating) {
+        ::UnpackDDElParam(WM_DDE_ACK, lParam, &low, &high);
+        ::FreeDDElParam(WM_DDE_ACK, lParam);
+        ::GlobalFree(reinterpret_cast<HGLOBAL>(high));
     }
+    g_answers.push_back({message, reinterpret_cast<HWND>(wParam), low, high});
     return 0;
 }
 
@@ -205,9 +170,7 @@ class DdeServerTest : public FrameTest
     void SetUp() override
     {
         FrameTest::SetUp();
-        g_initiateAcks.clear();
-        g_executeAcks.clear();
-        g_terminates.clear();
+        g_answers.clear();
         WNDCLASSA wc = {};
         wc.lpfnWndProc = ClientProc;
         wc.lpszClassName = "KmTestDdeClient";
@@ -242,28 +205,29 @@ class DdeServerTest : public FrameTest
         HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, command.size() + 1);
         memcpy(::GlobalLock(block), command.c_str(), command.size() + 1);
         ::GlobalUnlock(block);
-        g_executeAcks.clear();
+        g_answers.clear();
         LPARAM lParam = ::PackDDElParam(WM_DDE_EXECUTE, 0, reinterpret_cast<UINT_PTR>(block));
         ASSERT_TRUE(
             ::PostMessageA(m_frameWnd, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(m_client), lParam));
         PumpUntilIdle();
-        ASSERT_EQ(1u, g_executeAcks.size());
-        EXPECT_EQ(m_frameWnd, g_executeAcks[0].server);
-        EXPECT_EQ(1u, LOWORD(g_executeAcks[0].status));
-        EXPECT_EQ(reinterpret_cast<UINT_PTR>(block), g_executeAcks[0].item);
+        ASSERT_EQ(1u, g_answers.size());
+        EXPECT_EQ(static_cast<UINT>(WM_DDE_ACK), g_answers[0].message);
+        EXPECT_EQ(m_frameWnd, g_answers[0].server);
+        EXPECT_EQ(1u, LOWORD(g_answers[0].low));
+        EXPECT_EQ(reinterpret_cast<UINT_PTR>(block), g_answers[0].high);
     }
 
     HWND m_client = nullptr;
 };
 
-TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnly)
+TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnlyAndTerminateWithATerminate)
 {
     const ATOM service = ::GlobalAddAtomA("Kelmar"), topic = ::GlobalAddAtomA("system");
     Initiate("Kelmar", "system");
-    ASSERT_EQ(1u, g_initiateAcks.size());
-    EXPECT_EQ(m_frameWnd, g_initiateAcks[0].server);
-    EXPECT_EQ(service, g_initiateAcks[0].status);
-    EXPECT_EQ(topic, g_initiateAcks[0].item);
+    ASSERT_EQ(1u, g_answers.size());
+    EXPECT_EQ(m_frameWnd, g_answers[0].server);
+    EXPECT_EQ(service, g_answers[0].low);
+    EXPECT_EQ(topic, g_answers[0].high);
     ::GlobalDeleteAtom(service);
     ::GlobalDeleteAtom(topic);
 
@@ -271,7 +235,12 @@ TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnly)
     Initiate("Other", "system");
     Initiate(nullptr, nullptr); // a wild initiation
     Initiate("Kelmar", nullptr);
-    EXPECT_EQ(1u, g_initiateAcks.size());
+    EXPECT_EQ(1u, g_answers.size());
+    ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(m_client), 0);
+    PumpUntilIdle();
+    ASSERT_EQ(2u, g_answers.size());
+    EXPECT_EQ(static_cast<UINT>(WM_DDE_TERMINATE), g_answers[1].message);
+    EXPECT_EQ(m_frameWnd, g_answers[1].server);
 }
 
 TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)
@@ -300,14 +269,6 @@ TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)
         }
         Command(ID_WINDOW_CLOSEALL);
     }
-}
-
-TEST_F(DdeServerTest, TerminateIsAnsweredWithATerminate)
-{
-    Initiate("Kelmar", "system");
-    ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(m_client), 0);
-    PumpUntilIdle();
-    EXPECT_EQ(std::vector<HWND>{m_frameWnd}, g_terminates);
 }
 
 } // namespace

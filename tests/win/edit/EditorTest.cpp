@@ -45,13 +45,6 @@ std::string Title(const CKmChild* child)
     return text.c_str();
 }
 
-FILETIME WriteTime(const std::string& path)
-{
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
-    ::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
-    return data.ftLastWriteTime;
-}
-
 // Names in the directory, such as the temporary files of a save.
 std::vector<std::string> FilesIn(const std::string& dir)
 {
@@ -105,9 +98,10 @@ class EditorTest : public FrameTest
 
 // --- loading and saving
 
+// Doubtful files are asked about, and taken as they stand on Yes.
 TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
 {
-    std::string high, longUnix, longShown;
+    std::string high, longUnix, longShown, control;
     for (int byte = 128; byte < 256; ++byte)
         high += static_cast<char>(byte);
     for (int line = 0; line < 20000; ++line) {
@@ -115,48 +109,8 @@ TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
         longUnix += text + "\n";
         longShown += text + "\r\n";
     }
-    const struct {
-        const char* name;
-        std::string disk, shown;
-        FileFormat format;
-        const char* typed;
-        std::string saved;
-    } rows[] = {
-        {"dos.c", "int a;\r\nint b;\r\n", "int a;\r\nint b;\r\n", FF_DOS, "x\r\n",
-         "x\r\nint a;\r\nint b;\r\n"},
-        {"unix.c", "int a;\nint b;\n", "int a;\r\nint b;\r\n", FF_UNIX, "x\r\ny ",
-         "x\ny int a;\nint b;\n"},
-        {"mac.c", "int a;\rint b;\r", "int a;\r\nint b;\r\n", FF_MAC, "x\r\n",
-         "x\rint a;\rint b;\r"},
-        {"last.c", "one\ntwo", "one\r\ntwo", FF_UNIX, "zero\r\n", "zero\none\ntwo"},
-        {"dosfirst.c", "a\r\nb\nc\r\n", "a\r\nb\nc\r\n", FF_DOS, "x\r\n", "x\r\na\r\nb\nc\r\n"},
-        {"empty.c", "", "", FF_DOS, "a\r\nb", "a\r\nb"},
-        {"high.txt", high + "\r\n", high + "\r\n", FF_DOS, "x", "x" + high + "\r\n"},
-        {"long.txt", longUnix, longShown, FF_UNIX, "first\r\n", "first\n" + longUnix},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        CKmFileEdit* edit = OpenWith(row.name, row.disk);
-        ASSERT_NE(nullptr, edit);
-        EXPECT_EQ(row.format, edit->m_format);
-        EXPECT_EQ(row.shown, WindowText(EditOf(edit)));
-        EXPECT_EQ(row.shown, EditBlock(edit));
-        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
-        InsertAtStart(edit, row.typed);
-        EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
-        Save(edit);
-        EXPECT_EQ(row.saved, Read(row.name));
-        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
-        EXPECT_EQ(row.format, edit->m_format);
-    }
-    EXPECT_TRUE(m_boxes.Boxes().empty());
-}
-
-TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
-{
-    std::string line = "0123456789abcdefghijklmnopqrstuvwxyz0123456789\r\n"; // 48 bytes
+    const std::string line = "0123456789abcdefghijklmnopqrstuvwxyz0123456789\r\n"; // 48 bytes
     const std::string hundred = line + line + "abcd";
-    std::string control;
     while (control.size() < 300)
         control += "control bytes\r\n";
     std::string at255 = control, at256 = control;
@@ -165,12 +119,28 @@ TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
     const struct {
         const char* name;
         std::string disk, question, shown; // no question: opened at once
+        FileFormat format;
+        const char* typed;
+        std::string saved;
     } rows[] = {
-        {"one.txt", "hello", "Invalid line terminators", "hello"},
-        {"mixed.txt", "a\nb\r\nc\n", "Invalid line terminators", "a\nb\r\nc\n"},
-        {"zero.txt", hundred + '\0' + "tail\r\n", "Non-ANSI character (0x0)", hundred},
-        {"at255.txt", at255, "Non-ANSI character (0x1)", at255},
-        {"at256.txt", at256, "", at256}, // only the first 256 bytes are looked at
+        {"dos.c", "int a;\r\nint b;\r\n", "", "int a;\r\nint b;\r\n", FF_DOS, "x\r\n",
+         "x\r\nint a;\r\nint b;\r\n"},
+        {"unix.c", "int a;\nint b;\n", "", "int a;\r\nint b;\r\n", FF_UNIX, "x\r\ny ",
+         "x\ny int a;\nint b;\n"},
+        {"mac.c", "int a;\rint b;\r", "", "int a;\r\nint b;\r\n", FF_MAC, "x\r\n",
+         "x\rint a;\rint b;\r"},
+        {"last.c", "one\ntwo", "", "one\r\ntwo", FF_UNIX, "zero\r\n", "zero\none\ntwo"},
+        {"dosfirst.c", "a\r\nb\nc\r\n", "", "a\r\nb\nc\r\n", FF_DOS, "x\r\n", "x\r\na\r\nb\nc\r\n"},
+        {"empty.c", "", "", "", FF_DOS, "a\r\nb", "a\r\nb"},
+        {"high.txt", high + "\r\n", "", high + "\r\n", FF_DOS, "x", "x" + high + "\r\n"},
+        {"long.txt", longUnix, "", longShown, FF_UNIX, "first\r\n", "first\n" + longUnix},
+        {"one.txt", "hello", "Invalid line terminators", "hello", FF_DOS, "x", "xhello"},
+        {"mixed.txt", "a\nb\r\nc\n", "Invalid line terminators", "a\nb\r\nc\n", FF_DOS, "x",
+         "xa\nb\r\nc\n"},
+        {"zero.txt", hundred + '\0' + "tail\r\n", "Non-ANSI character (0x0)", hundred, FF_DOS, "x",
+         "x" + hundred},
+        {"at255.txt", at255, "Non-ANSI character (0x1)", at255, FF_DOS, "x", "x" + at255},
+        {"at256.txt", at256, "", at256, FF_DOS, "x", "x" + at256}, // only 256 bytes are looked at
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -188,27 +158,18 @@ TEST_F(EditorTest, DoubtfulFilesAreAskedAboutAndTakenAsTheyStandOnYes)
         CKmFileEdit* edit = Open(row.name);
         ASSERT_NE(nullptr, edit);
         EXPECT_EQ(row.question.empty() ? 0u : 2u, m_boxes.Boxes().size());
-        EXPECT_EQ(FF_DOS, edit->m_format);
+        EXPECT_EQ(row.format, edit->m_format);
+        EXPECT_EQ(row.shown, WindowText(EditOf(edit)));
         EXPECT_EQ(row.shown, EditBlock(edit));
-        InsertAtStart(edit, "x");
-        Save(edit);
-        EXPECT_EQ("x" + row.shown, Read(row.name));
-        Close(edit->m_hWnd);
-    }
-}
-
-TEST_F(EditorTest, TypedTextIsSavedAndASecondSaveWritesTheNewText)
-{
-    CKmFileEdit* edit = OpenWith("typed.txt", "end\n");
-    ASSERT_NE(nullptr, edit);
-    ::SetFocus(EditOf(edit));
-    for (const char* keys : {"ab\rc", "d"}) {
-        for (const char* key = keys; *key; ++key)
-            ::SendMessageA(EditOf(edit), WM_CHAR, static_cast<unsigned char>(*key), 1);
+        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+        InsertAtStart(edit, row.typed);
         EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
         Save(edit);
+        EXPECT_EQ(row.saved, Read(row.name));
+        EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
+        EXPECT_EQ(row.format, edit->m_format);
+        Close(edit->m_hWnd);
     }
-    EXPECT_EQ("ab\ncdend\n", Read("typed.txt"));
 }
 
 TEST_F(EditorTest, BackupHoldsThePreviousVersionOnlyWhenAskedFor)
@@ -290,6 +251,7 @@ TEST_F(EditorTest, CloseOfAModifiedWindowAsksToSave)
     }
 }
 
+// Save All then saves them without a question, and the frame closes without one.
 TEST_F(EditorTest, FrameCloseAsksFrontWindowFirstAndAnyRefusalKeepsEveryWindow)
 {
     CKmFileEdit* first = OpenWith("first.c", "1\r\n");
@@ -316,25 +278,12 @@ TEST_F(EditorTest, FrameCloseAsksFrontWindowFirstAndAnyRefusalKeepsEveryWindow)
         EXPECT_EQ("2\n", Read("second.c"));
     }
     m_boxes.Clear();
-    m_boxes.Queue({IDYES, IDYES});
-    EXPECT_TRUE(CloseFrame());
-    EXPECT_EQ(2u, m_boxes.Boxes().size());
-    EXPECT_NE(std::string::npos, m_boxes.Boxes()[1].text.find("first.c"));
-    EXPECT_EQ("a1\r\n", Read("first.c"));
-    EXPECT_EQ("b2\n", Read("second.c"));
-}
-
-TEST_F(EditorTest, SaveAllSavesEveryModifiedWindowWithoutAsking)
-{
-    CKmFileEdit* first = OpenWith("first.c", "1\r\n");
-    CKmFileEdit* second = OpenWith("second.c", "2\n");
-    ASSERT_TRUE(first && second);
-    InsertAtStart(first, "a");
-    InsertAtStart(second, "b");
     Command(ID_FILE_SAVEALL);
     EXPECT_EQ("a1\r\n", Read("first.c"));
     EXPECT_EQ("b2\n", Read("second.c"));
     EXPECT_FALSE((first->m_flags | second->m_flags) & CF_MODIFIED);
+    EXPECT_TRUE(CloseFrame());
+    EXPECT_TRUE(m_boxes.Boxes().empty());
 }
 
 // --- saves that fail, and what a save keeps
@@ -373,38 +322,34 @@ TEST_F(EditorTest, SaveOverAFileHeldOpenLeavesItWholeAndGoesThroughLater)
     }
 }
 
-TEST_F(EditorTest, SaveKeepsTheAttributesOfTheFile)
-{
-    Write("hidden.c", "text\r\n");
-    const DWORD kept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN;
-    ASSERT_TRUE(::SetFileAttributesA(Path("hidden.c").c_str(), kept));
-    CKmFileEdit* edit = Open("hidden.c");
-    ASSERT_NE(nullptr, edit);
-    InsertAtStart(edit, "more ");
-    Save(edit);
-    EXPECT_EQ("more text\r\n", Read("hidden.c"));
-    EXPECT_EQ(kept, ::GetFileAttributesA(Path("hidden.c").c_str()) & 0x3F);
-    EXPECT_EQ(std::vector<std::string>{"hidden.c"}, FilesIn(m_dir));
-}
-
-TEST_F(EditorTest, SaveOfAnUnmodifiedWindowWritesNothing)
+// The creation time is checked where the file system keeps one that can be
+// set at all.
+TEST_F(EditorTest, SaveWritesOnlyAModifiedWindowAndKeepsAttributesAndCreationTime)
 {
     Write("clean.c", "clean\n");
+    const DWORD kept = FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN;
     HANDLE file = ::CreateFileA(Path("clean.c").c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
                                 OPEN_EXISTING, 0, nullptr);
-    const FILETIME old = {0, 0x01C0A000}; // far from any write the test makes
-    ::SetFileTime(file, nullptr, nullptr, &old);
+    const FILETIME born = {0x2F2A8000, 0x01C06F82}, old = {0, 0x01C0A000}; // far from now
+    ::SetFileTime(file, &born, nullptr, &old);
     ::CloseHandle(file);
+    ASSERT_TRUE(::SetFileAttributesA(Path("clean.c").c_str(), kept));
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    ASSERT_TRUE(::GetFileAttributesExA(Path("clean.c").c_str(), GetFileExInfoStandard, &data));
+    const bool keepsCreation = ::CompareFileTime(&data.ftCreationTime, &born) == 0;
     CKmFileEdit* edit = Open("clean.c");
     ASSERT_NE(nullptr, edit);
-    Command(ID_FILE_SAVE); // Ctrl+S
-    FILETIME now = WriteTime(Path("clean.c"));
-    EXPECT_EQ(0, ::CompareFileTime(&old, &now));
-    InsertAtStart(edit, "un");
-    Command(ID_FILE_SAVE); // on a modified window it does write
-    now = WriteTime(Path("clean.c"));
-    EXPECT_NE(0, ::CompareFileTime(&old, &now));
+    for (const char* typed : {"", "un"}) { // nothing typed: Ctrl+S writes nothing
+        if (*typed)
+            InsertAtStart(edit, typed);
+        Command(ID_FILE_SAVE);
+        ASSERT_TRUE(::GetFileAttributesExA(Path("clean.c").c_str(), GetFileExInfoStandard, &data));
+        EXPECT_EQ(*typed == 0, ::CompareFileTime(&data.ftLastWriteTime, &old) == 0);
+    }
     EXPECT_EQ("unclean\n", Read("clean.c"));
+    EXPECT_EQ(kept, data.dwFileAttributes & 0x3F);
+    EXPECT_TRUE(!keepsCreation || ::CompareFileTime(&data.ftCreationTime, &born) == 0);
+    EXPECT_EQ(std::vector<std::string>{"clean.c"}, FilesIn(m_dir));
 }
 
 // --- windows and titles
@@ -456,36 +401,10 @@ TEST_F(EditorTest, CaptionIsTheLowerCaseFullPathAndAnIconBreaksItAtTheLastBacksl
             EXPECT_EQ(path, Title(edit));
             EXPECT_EQ(edit, m_frame->FindChildByPath(path.c_str()));
         }
-        EXPECT_EQ(edit, m_frame->OpenFile(path.c_str(), false, false));
         InsertAtStart(edit, "y");
         Save(edit);
-        Close(edit->m_hWnd);
-        edit = Open(name);
-        ASSERT_NE(nullptr, edit);
-        EXPECT_EQ("yx\r\n", WindowText(EditOf(edit)));
+        EXPECT_EQ("yx\r\n", Read(name));
     }
-}
-
-// Where the file system keeps a creation time that can be set at all.
-TEST_F(EditorTest, SaveKeepsTheCreationTime)
-{
-    Write("born.c", "old\r\n");
-    const FILETIME born = {0x2F2A8000, 0x01C06F82}; // a day in 2001
-    HANDLE file = ::CreateFileA(Path("born.c").c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
-                                OPEN_EXISTING, 0, nullptr);
-    ::SetFileTime(file, &born, nullptr, nullptr);
-    ::CloseHandle(file);
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
-    if (::CompareFileTime(&data.ftCreationTime, &born) != 0)
-        GTEST_SKIP() << "this file system keeps no creation time of its own";
-    CKmFileEdit* edit = Open("born.c");
-    ASSERT_NE(nullptr, edit);
-    InsertAtStart(edit, "new ");
-    Save(edit);
-    EXPECT_EQ("new old\r\n", Read("born.c"));
-    ASSERT_TRUE(::GetFileAttributesExA(Path("born.c").c_str(), GetFileExInfoStandard, &data));
-    EXPECT_EQ(0, ::CompareFileTime(&data.ftCreationTime, &born));
 }
 
 // The test run makes KM_LOCKED_DIR a directory that takes no new file but

@@ -1,7 +1,6 @@
 // The file helpers on the real file system, and the messages and file-error
 // reports through real message boxes.
 #include "edit/FileUtil.h"
-#include "app/KmApp.h"
 #include "edit/Messages.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
@@ -54,7 +53,7 @@ TEST(PathRelativeTo, StripsTheDirectoryAndItsBackslashOnly)
         EXPECT_STREQ(row[2], PathRelativeTo(row[0], row[1])) << row[0] << " " << row[1];
 }
 
-TEST_F(FileUtilTest, StatusOfFilesDirectoriesAndMissingNames)
+TEST_F(FileUtilTest, StatusOfFilesDirectoriesRootsAndMissingNames)
 {
     Write("Data.Txt", "hello");
     ASSERT_TRUE(::CreateDirectoryA(Path("Sub").c_str(), nullptr));
@@ -73,20 +72,15 @@ TEST_F(FileUtilTest, StatusOfFilesDirectoriesAndMissingNames)
     EXPECT_FALSE(GetFileStatus(Path("missing.c").c_str(), status));
     EXPECT_EQ(LowerPath("missing.c"), Lower(status.fullName)); // the full name all the same
 
-    FileStatus before;
-    memset(&before, 0x5A, sizeof before);
-    status = before;
+    const FileStatus before = status;
     EXPECT_FALSE(GetFileStatus("c:\\*.c", status)); // a pattern is never a file
     EXPECT_FALSE(GetFileStatus("c:\\windows\\?", status));
     EXPECT_EQ(0, memcmp(&before, &status, sizeof status));
-}
 
-TEST_F(FileUtilTest, RootsHaveNoTimesAndNoSize)
-{
+    // Roots have no times and no size.
     for (const char* root : {"c:\\", "c:"}) { // "c:" is drive C's current directory, here its root
         SCOPED_TRACE(root);
         ASSERT_TRUE(ChangeDir("c:\\"));
-        FileStatus status;
         memset(&status, 0x5A, sizeof status);
         ASSERT_TRUE(GetFileStatus(root, status));
         EXPECT_EQ(0u, status.size);
@@ -149,9 +143,8 @@ TEST_F(FileUtilTest, TemporaryNamesAreMadeInTheTemporaryDirectory)
     ASSERT_TRUE(MakeTempName("c", withExtension));
     char tempDir[MAX_PATH];
     ::GetTempPathA(MAX_PATH, tempDir);
-    const std::string dir = Lower(tempDir);
     for (const std::string& name : {Lower(plain.c_str()), Lower(withExtension.c_str())})
-        EXPECT_EQ(0u, name.find(dir + "kmt")) << name;
+        EXPECT_EQ(0u, name.find(Lower(tempDir) + "kmt")) << name;
     EXPECT_EQ(".tmp", Lower(plain.Right(4).c_str()));
     EXPECT_TRUE(Exists(plain.c_str()));
     // The extension replaces the last three characters; the file made
@@ -162,16 +155,6 @@ TEST_F(FileUtilTest, TemporaryNamesAreMadeInTheTemporaryDirectory)
     EXPECT_TRUE(Exists(made));
     ::DeleteFileA(plain);
     ::DeleteFileA(made.c_str());
-}
-
-TEST_F(FileUtilTest, WriteStringFileAndRemoveFile)
-{
-    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "first line\r\nsecond"));
-    EXPECT_EQ("first line\r\nsecond", Read("out.txt"));
-    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "x")); // truncated
-    EXPECT_EQ("x", Read("out.txt"));
-    EXPECT_TRUE(RemoveFile(Path("out.txt").c_str()));
-    EXPECT_FALSE(Exists(Path("out.txt")));
 }
 
 TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
@@ -214,33 +197,35 @@ TEST_F(FileUtilTest, MessagesFormatTheirStringAndGiveTheButton)
                   "Error accessing 'c:\\y.c'\nAll or part of the path is invalid"}),
               m_boxes.Texts());
     EXPECT_EQ("Kelmar", m_boxes.Boxes()[0].caption);
-    EXPECT_STREQ(theApp.m_pszAppName, m_boxes.Boxes()[0].caption.c_str());
     EXPECT_EQ("OC", m_boxes.Boxes()[3].buttons);
 }
 
 TEST_F(FileUtilTest, TheCauseSelectsTheSecondLineOfAReport)
 {
-    const struct {
-        int cause;
-        const char* line;
-    } rows[] = {
+    const std::pair<int, const char*> rows[] = {
         {CFileException::fileNotFound, "The file could not be located"},
         {CFileException::accessDenied, "Access denied to this file"},
         {CFileException::diskFull, "The disk is full"},
         {CFileException::removeCurrentDir, "An unspecified error occurred"}, // no row of its own
         {99, "An unspecified error occurred"},
     };
-    for (const auto& row : rows) {
-        m_boxes.Clear();
+    std::vector<std::string> expected;
+    for (const auto& [cause, line] : rows) {
         m_boxes.Queue({IDOK});
-        ReportFileError("c:\\x.c", CFileException(row.cause), MB_ICONEXCLAMATION);
-        EXPECT_EQ(std::vector<std::string>{std::string("Error accessing 'c:\\x.c'\n") + row.line},
-                  m_boxes.Texts());
+        ReportFileError("c:\\x.c", CFileException(cause), MB_ICONEXCLAMATION);
+        expected.push_back(std::string("Error accessing 'c:\\x.c'\n") + line);
     }
+    EXPECT_EQ(expected, m_boxes.Texts());
 }
 
-TEST_F(FileUtilTest, FailuresOfTheHelpersAreReportedWithThePath)
+TEST_F(FileUtilTest, WriteStringFileAndRemoveFileAndTheirFailuresReportedWithThePath)
 {
+    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "first line\r\nsecond"));
+    ASSERT_TRUE(WriteStringFile(Path("out.txt").c_str(), "x")); // truncated
+    EXPECT_EQ("x", Read("out.txt"));
+    EXPECT_TRUE(RemoveFile(Path("out.txt").c_str()));
+    EXPECT_FALSE(Exists(Path("out.txt")));
+
     Write("keep.txt", "keep");
     ASSERT_TRUE(MakeDir(Path("keep.BAK").c_str())); // a full directory where the backup goes
     Write("keep.BAK\\inside", "x");

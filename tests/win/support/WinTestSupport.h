@@ -53,7 +53,6 @@ class BoxAnswerer
 
     const std::vector<Box>& Boxes() const { return m_boxes; }
     std::vector<std::string> Texts() const;
-    size_t Pending() const { return m_queue.size(); }
     int Unexpected() const
     {
         return static_cast<int>(std::count_if(m_boxes.begin(), m_boxes.end(),
@@ -77,10 +76,13 @@ std::string ReadFileBytes(const std::string& path); // "<missing>" when it can't
 void WriteFileBytes(const std::string& path, const std::string& bytes);
 bool Exists(const std::string& path);
 
+// The place of a window in the client area of another.
+RECT Place(HWND wnd, HWND in);
+
 // A fresh directory of its own, current while the test runs, and the
 // application ready to start on a command line in it. TearDown closes the
 // frame as a user would (questions answered No) and fails the test for
-// every box that came unexpected before, beyond allowedBoxes.
+// every box that came unexpected before.
 class FrameTest : public ::testing::Test
 {
   protected:
@@ -114,7 +116,6 @@ class FrameTest : public ::testing::Test
     static bool Checked(HMENU menu, UINT id);
 
     BoxAnswerer m_boxes;
-    int allowedBoxes = 0;
     CKmFrame* m_frame = nullptr;
     HWND m_frameWnd = nullptr;
     std::string m_dir;
