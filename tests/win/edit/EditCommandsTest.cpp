@@ -64,7 +64,9 @@ class EditCommandsTest : public EditWindowTest
     }
 };
 
-TEST_F(EditCommandsTest, TransposeSwapsCharactersAndLines)
+// Transpose swaps characters and lines, the shifts rewrite the indent of
+// every line, the case commands keep the selection or walk on.
+TEST_F(EditCommandsTest, TransposeShiftAndCaseCommands)
 {
     const CommandCase cases[] = {
         {"two characters", ID_EDIT_TRANSPOSE, "abc", 1, 1, "bac", 1, 1},
@@ -74,14 +76,6 @@ TEST_F(EditCommandsTest, TransposeSwapsCharactersAndLines)
         {"the start of the text", ID_EDIT_TRANSPOSE, "abc", 0, 0, "abc", 0, 0},
         {"the end of the text", ID_EDIT_TRANSPOSE, "abc", 3, 3, "abc", 3, 3},
         {"a selection", ID_EDIT_TRANSPOSE, "abc", 1, 2, "abc", 1, 2},
-    };
-    for (const CommandCase& c : cases)
-        Run(c);
-}
-
-TEST_F(EditCommandsTest, ShiftRewritesTheIndentOfEveryLine)
-{
-    const CommandCase cases[] = {
         {"three spaces left", ID_EDIT_SHIFTLEFT, "   x", 3, 3, "x", 0, 0},
         {"a blank line right", ID_EDIT_SHIFTRIGHT, "", 0, 0, "    ", 4, 4},
         {"spaces become a tab", ID_EDIT_SHIFTRIGHT, "    x", 5, 5, "\tx", 2, 2},
@@ -90,14 +84,6 @@ TEST_F(EditCommandsTest, ShiftRewritesTheIndentOfEveryLine)
         {"a selection ending at a line start takes it in", ID_EDIT_SHIFTRIGHT, "a\r\nb", 0, 3,
          "    a\r\n    b", 4, 11},
         {"nothing to shift", ID_EDIT_SHIFTLEFT, "x\r\ny", 1, 4, "x\r\ny", 1, 4},
-    };
-    for (const CommandCase& c : cases)
-        Run(c);
-}
-
-TEST_F(EditCommandsTest, CaseCommands)
-{
-    const CommandCase cases[] = {
         {"upper", ID_EDIT_UPPERCASE, "aBc d", 0, 3, "ABC d", 0, 3},
         {"lower", ID_EDIT_LOWERCASE, "aBc d", 0, 3, "abc d", 0, 3},
         {"toggle", ID_EDIT_TOGGLECASE, "aBc d", 0, 3, "AbC d", 0, 3},
