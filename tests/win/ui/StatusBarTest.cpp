@@ -358,6 +358,8 @@ TEST(StatusBarLife, BarsShareTheirStateAndTheLastFreesIt)
     const HPEN shadow = CKmStatusBar::ShadowPen();
     ASSERT_TRUE(two->Create(second));
     EXPECT_EQ(font, CKmStatusBar::Font());
+    for (int index : {0, 10, 11}) // a bar without panes hands out none, even past its table
+        EXPECT_EQ(nullptr, two->GetPane(index)) << index;
     one->ShowClock();
     two->ShowClock();
     EXPECT_TRUE(one->Destroy());
