@@ -42,6 +42,16 @@ void AppendClipboard(HWND owner, std::string& out)
     ::CloseClipboard();
 }
 
+// The request's replacement for a match in text, \p taking the clipboard
+// with the control as its owner.
+void ExpandInEditor(HWND edit, const SearchRequest& request, const char* text,
+                    const MatchRegisters& regs, std::string& out)
+{
+    ExpandReplacementText(
+        request.m_strReplace.str(), text, regs,
+        [edit](std::string& clip) { AppendClipboard(edit, clip); }, EditCaseMap, out);
+}
+
 } // namespace
 
 // Only a selection within one line seeds the pattern.
@@ -131,10 +141,7 @@ const char* CKmFileEdit::ExpandReplacement(SearchRequest* request)
         std::string out;
         {
             CEditText text(m_edit);
-            ExpandReplacementText(
-                request->m_strReplace.str(), text.text, request->m_regs,
-                [this](std::string& clip) { AppendClipboard(m_edit.m_hWnd, clip); }, EditCaseMap,
-                out);
+            ExpandInEditor(m_edit.m_hWnd, *request, text.text, request->m_regs, out);
         }
         char* block = static_cast<char*>(malloc(out.size() + 1));
         if (block)
@@ -165,12 +172,10 @@ void CKmFileEdit::ReplaceAll(SearchRequest* request)
     if (range > 0 && CompileRequest(request)) {
         try {
             CEditText text(m_edit);
-            const HWND clipboardOwner = m_edit.m_hWnd;
-            auto expand = [&](const char* matched, const MatchRegisters& regs, std::string& out) {
-                ExpandReplacementText(
-                    request->m_strReplace.str(), matched, regs,
-                    [clipboardOwner](std::string& clip) { AppendClipboard(clipboardOwner, clip); },
-                    EditCaseMap, out);
+            const HWND edit = m_edit.m_hWnd;
+            auto expand = [edit, request](const char* matched, const MatchRegisters& regs,
+                                          std::string& out) {
+                ExpandInEditor(edit, *request, matched, regs, out);
             };
             ReplaceAllInText(&request->m_pattern, text.text, size, position, range, expand, result);
         } catch (const std::bad_alloc&) {

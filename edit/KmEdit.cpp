@@ -148,16 +148,26 @@ void CKmEdit::GotoLine(long line, long column)
     CentreCaretLine();
 }
 
+long CKmEdit::VisibleLines() const
+{
+    RECT client;
+    ::GetClientRect(m_hWnd, &client);
+    return m_lineHeight > 0 ? (client.bottom - client.top) / m_lineHeight : 0;
+}
+
+bool CKmEdit::CaretOnBottomLine(long line) const
+{
+    const long visible = VisibleLines();
+    const long first = static_cast<long>(SendMessage(EM_GETFIRSTVISIBLELINE));
+    return visible > 0 && line == first + visible - 1;
+}
+
 void CKmEdit::CentreCaretLine()
 {
     const long lastLine = static_cast<long>(SendMessage(EM_GETLINECOUNT)) - 1;
     const long line = static_cast<long>(SendMessage(EM_LINEFROMCHAR, static_cast<WPARAM>(-1)));
-    RECT client;
-    ::GetClientRect(m_hWnd, &client);
-    long visible = m_lineHeight > 0 ? (client.bottom - client.top) / m_lineHeight : 0;
-    long first = static_cast<long>(SendMessage(EM_GETFIRSTVISIBLELINE));
-    if (visible > 0 && line == first + visible - 1 && line != lastLine) {
-        long by = visible / 2;
+    if (CaretOnBottomLine(line) && line != lastLine) {
+        long by = VisibleLines() / 2;
         if (lastLine - line < by)
             by = lastLine - line;
         m_hScrollByUser = false;
@@ -178,15 +188,9 @@ long CKmEdit::NextWordPos(int direction) const
 // line is scrolled into view first.
 void CKmEdit::ShowBar(int bar, bool show)
 {
-    if (bar == SB_HORZ && show) {
-        RECT client;
-        ::GetClientRect(m_hWnd, &client);
-        long visible = m_lineHeight > 0 ? (client.bottom - client.top) / m_lineHeight : 0;
-        long first = static_cast<long>(SendMessage(EM_GETFIRSTVISIBLELINE));
-        long line = static_cast<long>(SendMessage(EM_LINEFROMCHAR, static_cast<WPARAM>(-1)));
-        if (visible > 0 && line == first + visible - 1)
-            PostMessage(EM_LINESCROLL, 0, 1);
-    }
+    const long line = static_cast<long>(SendMessage(EM_LINEFROMCHAR, static_cast<WPARAM>(-1)));
+    if (bar == SB_HORZ && show && CaretOnBottomLine(line))
+        PostMessage(EM_LINESCROLL, 0, 1);
     ::ShowScrollBar(m_hWnd, bar, show);
 }
 

@@ -47,6 +47,9 @@ class CKmEdit : public CWnd
 
   private:
     CKmChild* Parent() const;
+    // Whole lines in the client area, and whether line is the bottom one.
+    long VisibleLines() const;
+    bool CaretOnBottomLine(long line) const;
     // Enter with Maintain Indentation.
     void TypeEnter(bool blockIndent);
     void SmartHome();

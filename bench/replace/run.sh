@@ -1,19 +1,11 @@
 #!/usr/bin/env bash
-# Builds the replace benchmark in the 64-bit cross build, runs it under wine
-# on a virtual display, then runs sed over the same files as the peer.
-# BUILD and WINEPREFIX may name other places.
+# Runs the replace benchmark under wine, then sed over the same files as
+# the peer.
 set -e
-root=$(cd "$(dirname "$0")/../.." && pwd)
-build=${BUILD:-$root/build/win64}
-if [ ! -f "$build/CMakeCache.txt" ]; then
-    cmake -S "$root" -B "$build" -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-x86_64.cmake"
-fi
-cmake --build "$build" -j2 --target replace_bench
-export WINEPREFIX=${WINEPREFIX:-$root/build/wineprefix}
-export WINEDEBUG=${WINEDEBUG:--all}
 dir=$(mktemp -d /tmp/kmreplace.XXXXXX)
 trap 'rm -rf "$dir"' EXIT
-xvfb-run -a wine "$build/bench/replace/replace_bench.exe" "Z:${dir//\//\\}"
+"$(dirname "$0")/../support/run-under-wine.sh" replace_bench bench/replace/replace_bench.exe \
+    "Z:${dir//\//\\}"
 for file in "$dir"/replace*.c; do
     start=$(date +%s.%N)
     hits=$(grep -o 'total' "$file" | wc -l)
