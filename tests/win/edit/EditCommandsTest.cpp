@@ -174,14 +174,4 @@ TEST_F(EditCommandsTest, SwitchesFlipTheirFlagsInStep)
     EXPECT_NE(0, ::GetWindowLongA(m_edit, GWL_STYLE) & ES_READONLY);
 }
 
-TEST_F(EditCommandsTest, UndoTakesBackTheLastEditAndRedoOnlyBeeps)
-{
-    SetText("abc", 3);
-    Type("d");
-    Command(ID_EDIT_UNDO);
-    EXPECT_EQ("abc", Text());
-    Command(ID_EDIT_REDO);
-    EXPECT_EQ("abc", Text());
-}
-
 } // namespace

@@ -21,16 +21,6 @@ HWND EditOf(const CKmChild* child)
     return ::GetDlgItem(child->m_hWnd, IDC_EDIT);
 }
 
-// The control's own text block, to its NUL.
-std::string EditBlock(const CKmChild* child)
-{
-    HLOCAL block = reinterpret_cast<HLOCAL>(::SendMessageA(EditOf(child), EM_GETHANDLE, 0, 0));
-    const char* text = static_cast<const char*>(::LocalLock(block));
-    const std::string copy = text ? text : "<no block>";
-    ::LocalUnlock(block);
-    return copy;
-}
-
 // Puts text at the start, as the user's typing there would.
 void InsertAtStart(const CKmChild* child, const char* text)
 {
@@ -101,9 +91,7 @@ class EditorTest : public FrameTest
 // Doubtful files are asked about, and taken as they stand on Yes.
 TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
 {
-    std::string high, longUnix, longShown, control;
-    for (int byte = 128; byte < 256; ++byte)
-        high += static_cast<char>(byte);
+    std::string longUnix, longShown, control;
     for (int line = 0; line < 20000; ++line) {
         const std::string text = "line " + std::to_string(line) + " of a long file";
         longUnix += text + "\n";
@@ -113,9 +101,8 @@ TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
     const std::string hundred = line + line + "abcd";
     while (control.size() < 300)
         control += "control bytes\r\n";
-    std::string at255 = control, at256 = control;
+    std::string at255 = control;
     at255[255] = '\x01';
-    at256[256] = '\x01';
     const struct {
         const char* name;
         std::string disk, question, shown; // no question: opened at once
@@ -129,10 +116,7 @@ TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
          "x\ny int a;\nint b;\n"},
         {"mac.c", "int a;\rint b;\r", "", "int a;\r\nint b;\r\n", FF_MAC, "x\r\n",
          "x\rint a;\rint b;\r"},
-        {"last.c", "one\ntwo", "", "one\r\ntwo", FF_UNIX, "zero\r\n", "zero\none\ntwo"},
-        {"dosfirst.c", "a\r\nb\nc\r\n", "", "a\r\nb\nc\r\n", FF_DOS, "x\r\n", "x\r\na\r\nb\nc\r\n"},
         {"empty.c", "", "", "", FF_DOS, "a\r\nb", "a\r\nb"},
-        {"high.txt", high + "\r\n", "", high + "\r\n", FF_DOS, "x", "x" + high + "\r\n"},
         {"long.txt", longUnix, "", longShown, FF_UNIX, "first\r\n", "first\n" + longUnix},
         {"one.txt", "hello", "Invalid line terminators", "hello", FF_DOS, "x", "xhello"},
         {"mixed.txt", "a\nb\r\nc\n", "Invalid line terminators", "a\nb\r\nc\n", FF_DOS, "x",
@@ -140,7 +124,6 @@ TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
         {"zero.txt", hundred + '\0' + "tail\r\n", "Non-ANSI character (0x0)", hundred, FF_DOS, "x",
          "x" + hundred},
         {"at255.txt", at255, "Non-ANSI character (0x1)", at255, FF_DOS, "x", "x" + at255},
-        {"at256.txt", at256, "", at256, FF_DOS, "x", "x" + at256}, // only 256 bytes are looked at
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -160,7 +143,7 @@ TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
         EXPECT_EQ(row.question.empty() ? 0u : 2u, m_boxes.Boxes().size());
         EXPECT_EQ(row.format, edit->m_format);
         EXPECT_EQ(row.shown, WindowText(EditOf(edit)));
-        EXPECT_EQ(row.shown, EditBlock(edit));
+        EXPECT_EQ(row.shown, EditBlock(EditOf(edit)));
         EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
         InsertAtStart(edit, row.typed);
         EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
@@ -169,25 +152,6 @@ TEST_F(EditorTest, FilesComeBackInTheirOwnFormByteForByte)
         EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
         EXPECT_EQ(row.format, edit->m_format);
         Close(edit->m_hWnd);
-    }
-}
-
-TEST_F(EditorTest, BackupHoldsThePreviousVersionOnlyWhenAskedFor)
-{
-    for (bool backup : {false, true}) {
-        SCOPED_TRACE(backup);
-        theApp.flags = backup ? theApp.flags | KF_BACKUP : theApp.flags & ~KF_BACKUP;
-        CKmFileEdit* edit = OpenWith("prog.c", "one\r\n");
-        ASSERT_NE(nullptr, edit);
-        for (const char* typed : {"two\r\n", "three\r\n"}) {
-            InsertAtStart(edit, typed);
-            Save(edit);
-        }
-        EXPECT_EQ("three\r\ntwo\r\none\r\n", Read("prog.c"));
-        EXPECT_EQ(backup ? "two\r\none\r\n" : "<missing>", Read("prog.BAK"));
-        Close(edit->m_hWnd);
-        ::DeleteFileA(Path("prog.BAK").c_str());
-        EXPECT_EQ(std::vector<std::string>{"prog.c"}, FilesIn(m_dir)); // no temporary left
     }
 }
 
@@ -313,12 +277,14 @@ TEST_F(EditorTest, SaveOverAFileHeldOpenLeavesItWholeAndGoesThroughLater)
         EXPECT_TRUE(edit->m_flags & CF_MODIFIED);
         EXPECT_EQ(std::vector<std::string>{"held.c"}, FilesIn(m_dir));
 
-        Save(edit); // once the other program lets go
+        Save(edit); // once the other program lets go; the backup only when asked for
         EXPECT_EQ(1u, m_boxes.Boxes().size());
         EXPECT_EQ("changed line one\nline two\n", Read("held.c"));
+        EXPECT_EQ(backup ? "line one\nline two\n" : "<missing>", Read("held.BAK"));
         EXPECT_FALSE(edit->m_flags & CF_MODIFIED);
         Close(edit->m_hWnd);
         ::DeleteFileA(Path("held.BAK").c_str());
+        EXPECT_EQ(std::vector<std::string>{"held.c"}, FilesIn(m_dir)); // no temporary left
     }
 }
 

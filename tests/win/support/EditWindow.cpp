@@ -27,11 +27,7 @@ void EditWindowTest::SetText(const std::string& text, long caret)
 
 std::string EditWindowTest::Text() const
 {
-    HLOCAL block = reinterpret_cast<HLOCAL>(::SendMessageA(m_edit, EM_GETHANDLE, 0, 0));
-    const char* text = static_cast<const char*>(::LocalLock(block));
-    const std::string copy = text ? text : "<no block>";
-    ::LocalUnlock(block);
-    return copy;
+    return EditBlock(m_edit);
 }
 
 void EditWindowTest::Select(long start, long end)

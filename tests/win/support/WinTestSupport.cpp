@@ -344,4 +344,13 @@ CaretPlace CaretOf(HWND child)
     return {line, static_cast<long>(start) - first};
 }
 
+std::string EditBlock(HWND edit)
+{
+    HLOCAL block = reinterpret_cast<HLOCAL>(::SendMessageA(edit, EM_GETHANDLE, 0, 0));
+    const char* text = static_cast<const char*>(::LocalLock(block));
+    const std::string copy = text ? text : "<no block>";
+    ::LocalUnlock(block);
+    return copy;
+}
+
 } // namespace kmtest

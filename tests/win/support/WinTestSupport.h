@@ -131,5 +131,7 @@ struct CaretPlace {
     bool operator==(const CaretPlace& o) const { return line == o.line && column == o.column; }
 };
 CaretPlace CaretOf(HWND child);
+// An edit control's own text block, to its NUL.
+std::string EditBlock(HWND edit);
 
 } // namespace kmtest
