@@ -136,25 +136,21 @@ TEST_F(FileUtilTest, CurrentDirectoryFollowsChangeDirAndFullPathsAreLowerCase)
     EXPECT_EQ(LowerPath("x.c"), std::string(full));
 }
 
+// The extension replaces the last three characters of the name; the file
+// made keeps its .tmp name.
 TEST_F(FileUtilTest, TemporaryNamesAreMadeInTheTemporaryDirectory)
 {
-    CString plain, withExtension;
-    ASSERT_TRUE(MakeTempName(nullptr, plain));
-    ASSERT_TRUE(MakeTempName("c", withExtension));
     char tempDir[MAX_PATH];
     ::GetTempPathA(MAX_PATH, tempDir);
-    for (const std::string& name : {Lower(plain.c_str()), Lower(withExtension.c_str())})
-        EXPECT_EQ(0u, name.find(Lower(tempDir) + "kmt")) << name;
-    EXPECT_EQ(".tmp", Lower(plain.Right(4).c_str()));
-    EXPECT_TRUE(Exists(plain.c_str()));
-    // The extension replaces the last three characters; the file made
-    // keeps its .tmp name.
-    EXPECT_STREQ(".c", withExtension.Right(2));
-    EXPECT_FALSE(Exists(withExtension.c_str()));
-    const std::string made = std::string(withExtension.Left(withExtension.GetLength() - 1)) + "tmp";
-    EXPECT_TRUE(Exists(made));
-    ::DeleteFileA(plain);
-    ::DeleteFileA(made.c_str());
+    for (const char* extension : {static_cast<const char*>(nullptr), "c"}) {
+        CString name;
+        ASSERT_TRUE(MakeTempName(extension, name));
+        const std::string lower = Lower(name.c_str()), stem = lower.substr(0, lower.rfind('.'));
+        EXPECT_EQ(0u, lower.find(Lower(tempDir) + "kmt")) << lower;
+        EXPECT_EQ(std::string(".") + (extension ? extension : "tmp"), lower.substr(stem.size()));
+        EXPECT_EQ(!extension, Exists(lower));
+        EXPECT_TRUE(::DeleteFileA((stem + ".tmp").c_str())) << lower;
+    }
 }
 
 TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
@@ -184,24 +180,20 @@ TEST_F(FileUtilTest, BackupReplacesTheExtensionFromTheLastDot)
 
 // --- messages and reports
 
+// The cause selects the second line of a report.
 TEST_F(FileUtilTest, MessagesFormatTheirStringAndGiveTheButton)
 {
     m_boxes.Queue({IDNO, IDYES, IDOK, IDCANCEL});
     EXPECT_EQ(IDNO, KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_CREATENEW, "c:\\new.c"));
     EXPECT_EQ(IDYES, KmMessageBox(nullptr, MB_YESNO, IDS_NONANSI, 0, "c:\\a.c"));
     EXPECT_EQ(IDOK, KmMessageBox(nullptr, MB_ICONEXCLAMATION, 9999u, "ignored")); // no such string
-    EXPECT_EQ(IDCANCEL, ReportFileCause("c:\\y.c", CFileException::badPath, MB_OKCANCEL));
-    EXPECT_EQ((std::vector<std::string>{
-                  "OK to create new\n'c:\\new.c'",
-                  "Non-ANSI character (0x0) in the file:\nc:\\a.c\nOpen it anyway?", "*9999*",
-                  "Error accessing 'c:\\y.c'\nAll or part of the path is invalid"}),
-              m_boxes.Texts());
+    EXPECT_EQ(IDCANCEL, ReportFileCause("c:\\x.c", CFileException::badPath, MB_OKCANCEL));
     EXPECT_EQ("Kelmar", m_boxes.Boxes()[0].caption);
     EXPECT_EQ("OC", m_boxes.Boxes()[3].buttons);
-}
-
-TEST_F(FileUtilTest, TheCauseSelectsTheSecondLineOfAReport)
-{
+    std::vector<std::string> expected = {
+        "OK to create new\n'c:\\new.c'",
+        "Non-ANSI character (0x0) in the file:\nc:\\a.c\nOpen it anyway?", "*9999*",
+        "Error accessing 'c:\\x.c'\nAll or part of the path is invalid"};
     const std::pair<int, const char*> rows[] = {
         {CFileException::fileNotFound, "The file could not be located"},
         {CFileException::accessDenied, "Access denied to this file"},
@@ -209,7 +201,6 @@ TEST_F(FileUtilTest, TheCauseSelectsTheSecondLineOfAReport)
         {CFileException::removeCurrentDir, "An unspecified error occurred"}, // no row of its own
         {99, "An unspecified error occurred"},
     };
-    std::vector<std::string> expected;
     for (const auto& [cause, line] : rows) {
         m_boxes.Queue({IDOK});
         ReportFileError("c:\\x.c", CFileException(cause), MB_ICONEXCLAMATION);
