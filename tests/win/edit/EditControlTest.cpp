@@ -49,16 +49,6 @@ TEST_F(EditControlTest, TypingFollowsTheWindowsSwitches)
     }
 }
 
-TEST_F(EditControlTest, ReadOnlyWindowRefusesTypingButNotMoving)
-{
-    SetText("abc", 1);
-    Command(ID_SET_READONLY);
-    Type("xy\b");
-    EXPECT_EQ("abc", Text()) << "a backspace goes to the control, which refuses it itself";
-    Key(VK_RIGHT);
-    EXPECT_EQ(2, Selection().second);
-}
-
 TEST_F(EditControlTest, HomeAlternatesBetweenTextAndColumnZero)
 {
     SetText("x\r\n   abc", 8);

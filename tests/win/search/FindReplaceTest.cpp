@@ -47,7 +47,8 @@ class FindReplaceTest : public EditWindowTest
     }
 };
 
-TEST_F(FindReplaceTest, FindNextAsksToRestartOnlyWhenTheStartWasNotTheEnd)
+// Find Previous from the start offers to go on from the end.
+TEST_F(FindReplaceTest, FindNextAndPreviousAskToRestartOnlyWhenTheStartWasNotTheEnd)
 {
     SetText("ab x ab");
     SetPattern("ab");
@@ -72,6 +73,16 @@ TEST_F(FindReplaceTest, FindNextAsksToRestartOnlyWhenTheStartWasNotTheEnd)
     FindNext(0, 0);
     EXPECT_EQ(std::vector<std::string>{"Cannot find 'zz'"}, m_boxes.Texts())
         << "from the very start one pass, no question";
+
+    m_boxes.Clear();
+    SetPattern("ab");
+    Select(0, 0);
+    m_boxes.Queue({IDOK});
+    Command(ID_SEARCH_FINDPREV);
+    EXPECT_EQ(std::vector<std::string>{"Cannot find 'ab'\nRestart from end?"}, m_boxes.Texts());
+    EXPECT_EQ(std::make_pair(5L, 7L), Selection());
+    Command(ID_SEARCH_FINDPREV);
+    EXPECT_EQ(std::make_pair(0L, 2L), Selection());
 }
 
 TEST_F(FindReplaceTest, FindNextTakesTheMatchedTextAsTheNextPattern)
@@ -83,19 +94,6 @@ TEST_F(FindReplaceTest, FindNextTakesTheMatchedTextAsTheNextPattern)
     Command(ID_SEARCH_FINDNEXT);
     EXPECT_EQ("x1", std::string(g_searchRequest.m_strFind));
     EXPECT_EQ(std::make_pair(6L, 8L), Selection());
-}
-
-TEST_F(FindReplaceTest, FindPreviousFromTheStartOffersTheEnd)
-{
-    SetText("ab ab ab");
-    SetPattern("ab");
-    Select(0, 0);
-    m_boxes.Queue({IDOK});
-    Command(ID_SEARCH_FINDPREV);
-    EXPECT_EQ(std::vector<std::string>{"Cannot find 'ab'\nRestart from end?"}, m_boxes.Texts());
-    EXPECT_EQ(std::make_pair(6L, 8L), Selection());
-    Command(ID_SEARCH_FINDPREV);
-    EXPECT_EQ(std::make_pair(3L, 5L), Selection());
 }
 
 TEST_F(FindReplaceTest, LineAnchorsStepOverWhatTheyFound)
