@@ -265,7 +265,6 @@ TEST_F(ShellTest, MenuWithoutFilesUntilTheFirstChildAndAfterTheLast)
     EXPECT_FALSE(Grayed(OpenPopup(1), ID_SEARCH_GREP)); // the Search rules on what it has
     CPlainChild* first = MakeChild<CPlainChild>("first");
     EXPECT_EQ(m_frame->m_menuFile.m_hMenu, ::GetMenu(m_frameWnd));
-    EXPECT_EQ("&Window", MenuText(::GetMenu(m_frameWnd), POPUP_WINDOW));
     MakeChild<CPlainChild>("second")->MDIDestroy();
     PumpUntilIdle();
     EXPECT_EQ(IDR_MENU_FILE, m_frame->m_nMenu);
@@ -398,7 +397,6 @@ TEST_F(ShellTest, APlainWindowGraysWhatItCantDoAndKeepsTheRest)
     ::EnableMenuItem(edit, ID_EDIT_COPY, MF_GRAYED);
     ::EnableMenuItem(edit, ID_EDIT_COPYAPPEND, MF_GRAYED);
     ::EnableMenuItem(help, ID_HELP_CONTEXT, MF_GRAYED);
-    ::CheckMenuItem(::GetSubMenu(menu, POPUP_SETTINGS), ID_SET_ALIGN, MF_CHECKED);
     const struct {
         int popup;
         UINT id;
@@ -407,9 +405,8 @@ TEST_F(ShellTest, APlainWindowGraysWhatItCantDoAndKeepsTheRest)
         // clang-format off
         {POPUP_FILE, ID_FILE_SAVE, "G"}, {POPUP_EDIT, ID_EDIT_COPY, ""},
         {POPUP_EDIT, ID_EDIT_COPYAPPEND, "G"}, {POPUP_SEARCH, ID_SEARCH_FIND, ""},
-        {POPUP_SEARCH, ID_SEARCH_GOTOLINE, "G"}, {POPUP_SETTINGS, ID_SET_ALIGN, "G"},
-        {POPUP_SETTINGS, ID_SET_READONLY, "GC"}, {POPUP_SETTINGS, ID_SET_SHOWHSCROLL, "C"},
-        {POPUP_SETTINGS, ID_SET_SHOWVSCROLL, ""}, {POPUP_PROJECT, ID_PROJECT_COMPILE, "G"},
+        {POPUP_SEARCH, ID_SEARCH_GOTOLINE, "G"}, {POPUP_SETTINGS, ID_SET_READONLY, "GC"},
+        {POPUP_SETTINGS, ID_SET_SHOWHSCROLL, "C"}, {POPUP_SETTINGS, ID_SET_SHOWVSCROLL, ""},
         {POPUP_PROJECT, ID_PROJECT_BUILD, "G"}, {POPUP_PROJECT, ID_PROJECT_SELECT, ""},
         {POPUP_HELP, ID_HELP_FILESTATS, "G"}, {POPUP_HELP, ID_HELP_CONTEXT, ""},
         // clang-format on
