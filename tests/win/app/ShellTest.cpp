@@ -403,8 +403,7 @@ TEST_F(ShellTest, APlainWindowGraysWhatItCantDoAndKeepsTheRest)
         const char* state; // G grayed, C checked
     } rows[] = {
         // clang-format off
-        {POPUP_FILE, ID_FILE_SAVE, "G"}, {POPUP_EDIT, ID_EDIT_COPY, ""},
-        {POPUP_EDIT, ID_EDIT_COPYAPPEND, "G"}, {POPUP_SEARCH, ID_SEARCH_FIND, ""},
+        {POPUP_EDIT, ID_EDIT_COPY, ""}, {POPUP_EDIT, ID_EDIT_COPYAPPEND, "G"},
         {POPUP_SEARCH, ID_SEARCH_GOTOLINE, "G"}, {POPUP_SETTINGS, ID_SET_READONLY, "GC"},
         {POPUP_SETTINGS, ID_SET_SHOWHSCROLL, "C"}, {POPUP_SETTINGS, ID_SET_SHOWVSCROLL, ""},
         {POPUP_PROJECT, ID_PROJECT_BUILD, "G"}, {POPUP_PROJECT, ID_PROJECT_SELECT, ""},
