@@ -261,8 +261,8 @@ TEST_F(ShellTest, MenuWithoutFilesUntilTheFirstChildAndAfterTheLast)
 {
     EXPECT_EQ("Kelmar Workbench", WindowText(m_frameWnd));
     EXPECT_EQ(m_frame->m_menuNoFile.m_hMenu, ::GetMenu(m_frameWnd));
-    EXPECT_EQ("&Global", MenuText(::GetMenu(m_frameWnd), 1));
-    EXPECT_FALSE(Grayed(OpenPopup(1), ID_SEARCH_GREP)); // the Search rules on what it has
+    // Its popups take the rules of theirs in the other menu: no project, no build.
+    EXPECT_TRUE(Grayed(OpenPopup(kNoFileProjectPopup), ID_PROJECT_BUILD));
     CPlainChild* first = MakeChild<CPlainChild>("first");
     EXPECT_EQ(m_frame->m_menuFile.m_hMenu, ::GetMenu(m_frameWnd));
     MakeChild<CPlainChild>("second")->MDIDestroy();
@@ -433,7 +433,6 @@ TEST_F(ShellTest, PositionsAreCorrectedForAMaximisedChildAndTheContextMenu)
     ASSERT_TRUE(MakeChild<CPlainChild>("maximised", true)->IsZoomed());
     HMENU menu = ::GetMenu(m_frameWnd), file = ::GetSubMenu(menu, 1);
     ASSERT_EQ("&File", MenuText(menu, 1));
-    EXPECT_EQ("&Project", MenuText(menu, POPUP_PROJECT + 1));
     EXPECT_TRUE(PositionGrayed(menu, POPUP_PROJECT + 1));
     EXPECT_FALSE(PositionGrayed(menu, POPUP_PROJECT));
     theApp.flags &= ~KF_NOPROJECT;
