@@ -397,6 +397,7 @@ TEST_F(ShellTest, APlainWindowGraysWhatItCantDoAndKeepsTheRest)
     ::EnableMenuItem(edit, ID_EDIT_COPY, MF_GRAYED);
     ::EnableMenuItem(edit, ID_EDIT_COPYAPPEND, MF_GRAYED);
     ::EnableMenuItem(help, ID_HELP_CONTEXT, MF_GRAYED);
+    ::CheckMenuItem(::GetSubMenu(menu, POPUP_SETTINGS), ID_SET_ALIGN, MF_CHECKED);
     const struct {
         int popup;
         UINT id;
@@ -404,10 +405,11 @@ TEST_F(ShellTest, APlainWindowGraysWhatItCantDoAndKeepsTheRest)
     } rows[] = {
         // clang-format off
         {POPUP_EDIT, ID_EDIT_COPY, ""}, {POPUP_EDIT, ID_EDIT_COPYAPPEND, "G"},
-        {POPUP_SEARCH, ID_SEARCH_GOTOLINE, "G"}, {POPUP_SETTINGS, ID_SET_READONLY, "GC"},
-        {POPUP_SETTINGS, ID_SET_SHOWHSCROLL, "C"}, {POPUP_SETTINGS, ID_SET_SHOWVSCROLL, ""},
-        {POPUP_PROJECT, ID_PROJECT_BUILD, "G"}, {POPUP_PROJECT, ID_PROJECT_SELECT, ""},
-        {POPUP_HELP, ID_HELP_FILESTATS, "G"}, {POPUP_HELP, ID_HELP_CONTEXT, ""},
+        {POPUP_SEARCH, ID_SEARCH_GOTOLINE, "G"}, {POPUP_SETTINGS, ID_SET_ALIGN, "G"},
+        {POPUP_SETTINGS, ID_SET_READONLY, "GC"}, {POPUP_SETTINGS, ID_SET_SHOWHSCROLL, "C"},
+        {POPUP_SETTINGS, ID_SET_SHOWVSCROLL, ""}, {POPUP_PROJECT, ID_PROJECT_BUILD, "G"},
+        {POPUP_PROJECT, ID_PROJECT_SELECT, ""}, {POPUP_HELP, ID_HELP_FILESTATS, "G"},
+        {POPUP_HELP, ID_HELP_CONTEXT, ""},
         // clang-format on
     };
     for (const auto& row : rows) {
@@ -568,6 +570,7 @@ TEST_F(ShellTest, MenuSelectShowsTheHelpOfTheItem)
         {ID_FILE_NEW, MF_STRING, "Creates a new untitled file"},
         {ID_FILE_MRU_LAST, MF_STRING, "Opens this file"},
         {ID_TOOL_LAST, MF_STRING, "Starts this application"},
+        {ID_TOOL_RUN, MF_STRING, "Runs an application specified via a dialog"}, // just below
         {KM_FIRST_MDICHILD + 3, MF_STRING, "Activates this window"},
         {0, MF_POPUP | MF_SYSMENU, "Move, size or close window"},
         {1, MF_POPUP, ""},

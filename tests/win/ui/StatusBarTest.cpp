@@ -250,7 +250,7 @@ TEST(ClockFormat, TwelveAndTwentyFourHourFormsWithTheirSeparatorsAndSuffixes)
 // The clock keeps its right margin and leaves the panes where they are. A
 // gap counts for the next pane only, a negative one not at all; eleven
 // panes at most.
-TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsAndTheClockItsMargin)
+TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsTheClockItsMarginAndElevenAtMost)
 {
     AddFramePanes();
     EXPECT_EQ((std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}),
