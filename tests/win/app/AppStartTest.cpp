@@ -21,17 +21,6 @@ std::string Lines(int count)
     return text;
 }
 
-// Whether the children stand side by side, each as high as the client.
-bool TiledAcross(HWND client, const std::vector<HWND>& children)
-{
-    RECT area;
-    ::GetClientRect(client, &area);
-    for (HWND child : children)
-        if (Place(child, client).top != 0 || Place(child, client).bottom != area.bottom)
-            return false;
-    return children.size() > 1;
-}
-
 std::vector<std::string> g_printed; // captions of windows sent ID_FILE_PRINT
 
 LRESULT CALLBACK WatchPrint(int code, WPARAM wParam, LPARAM lParam)
@@ -44,32 +33,26 @@ LRESULT CALLBACK WatchPrint(int code, WPARAM wParam, LPARAM lParam)
 
 using AppStartTest = FrameTest;
 
-TEST_F(AppStartTest, SafeModeOpensTheFilesWithoutArrangingThem)
+// -s opens the files without arranging them as -av asks; -e turns the
+// project off for the run, and the menu without files grays its popup.
+TEST_F(AppStartTest, SafeModeOpensTheFilesWithoutArrangingThemAndEditOnlyGraysTheProject)
 {
     Write("a.c", Lines(3));
     Write("b.c", Lines(4));
-    ASSERT_TRUE(Start("-s -av a.c b.c"));
-    EXPECT_EQ(1, theApp.safeMode);
-    EXPECT_EQ(ARRANGE_TILEACROSS, theApp.arrange);
-    EXPECT_EQ(ChildCaptions(), (std::set<std::string>{FullLower("a.c"), FullLower("b.c")}));
-    EXPECT_FALSE(TiledAcross(MdiClient(), Children()));
-    CloseFrame();
-
-    ASSERT_TRUE(Start("-av a.c b.c")); // without -s the files are tiled as -av asks
-    EXPECT_EQ(0, theApp.safeMode);
-    EXPECT_TRUE(TiledAcross(MdiClient(), Children()));
-    EXPECT_TRUE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
-}
-
-TEST_F(AppStartTest, EditOnlyTurnsTheProjectOffForTheRun)
-{
-    for (bool editOnly : {true, false}) {
-        SCOPED_TRACE(editOnly);
-        ASSERT_TRUE(Start(editOnly ? "-e" : ""));
-        EXPECT_EQ(editOnly, (theApp.flags & KF_NOPROJECT) != 0);
+    for (const bool switches : {true, false}) {
+        SCOPED_TRACE(switches);
+        ASSERT_TRUE(Start(switches ? "-s -e -av a.c b.c" : "-av a.c b.c"));
+        EXPECT_EQ(switches, theApp.safeMode);
+        EXPECT_EQ(ARRANGE_TILEACROSS, theApp.arrange);
+        ASSERT_EQ(ChildCaptions(), (std::set<std::string>{FullLower("a.c"), FullLower("b.c")}));
+        const RECT a = Place(Children()[0], MdiClient()), b = Place(Children()[1], MdiClient());
+        EXPECT_EQ(!switches, a.top == b.top && a.left != b.left); // side by side
+        EXPECT_TRUE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+        EXPECT_EQ(switches, (theApp.flags & KF_NOPROJECT) != 0);
+        Command(ID_WINDOW_CLOSEALL);
         const UINT state =
             ::GetMenuState(::GetMenu(m_frameWnd), kNoFileProjectPopup, MF_BYPOSITION);
-        EXPECT_EQ(editOnly, (state & MF_GRAYED) != 0);
+        EXPECT_EQ(switches, (state & MF_GRAYED) != 0);
         CloseFrame();
     }
 }
@@ -91,25 +74,13 @@ TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
     EXPECT_FALSE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
 }
 
-// The stand-in project directory changes when the settings store is
-// built: it is to drop a directory that does not exist.
-TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileNameAndAStandInProjectDirectoryIsKept)
-{
-    Write("a.c", Lines(2));
-    Write("b.c", Lines(2));
-    m_boxes.Queue({IDNO});
-    ASSERT_TRUE(Start("-d nosuchdir a.c b.c -s"));
-    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
-    EXPECT_EQ(0, theApp.safeMode);
-    EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("-s") + "'"}, m_boxes.Texts());
-    EXPECT_FALSE(Exists(Path("-s")));
-    EXPECT_EQ(ChildCaptions(), (std::set<std::string>{FullLower("a.c"), FullLower("b.c")}));
-}
-
 // Every name is resolved against the start directory before a window
 // opens, although each window makes its own directory the current one. A
-// hex address is for the hex view: no editor loads the binary file.
-TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReference)
+// hex address is for the hex view: no editor loads the binary file. A
+// switch behind a file name is a file name. The stand-in project directory
+// is kept as given: the settings store, once built, is to drop one that
+// does not exist.
+TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReferenceAndSwitchesBehindThem)
 {
     ASSERT_TRUE(::CreateDirectoryA(Path("one").c_str(), nullptr));
     ASSERT_TRUE(::CreateDirectoryA(Path("two").c_str(), nullptr));
@@ -119,8 +90,14 @@ TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReference)
     Write("plain.c", Lines(20));
     Write("foo", "row 1\nrow 2\nrow 3\nrow 4\n");
     Write("prog.exe", std::string(0x100, '\0'));
+    m_boxes.Queue({IDNO});
     // foo(3).c: the file foo at line 3
-    ASSERT_TRUE(Start("one\\a.c two\\b.c(2) prog.c(12,5) foo(3).c prog.exe(0x1F) plain.c"));
+    ASSERT_TRUE(Start("-d nosuchdir one\\a.c two\\b.c(2) prog.c(12,5) foo(3).c prog.exe(0x1F) "
+                      "plain.c -s"));
+    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
+    EXPECT_EQ(0, theApp.safeMode);
+    EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("-s") + "'"}, m_boxes.Texts());
+    EXPECT_FALSE(Exists(Path("-s")));
     const struct {
         const char* name;
         CaretPlace place;
@@ -164,87 +141,42 @@ LRESULT CALLBACK ClientProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lPara
     return 0;
 }
 
-class DdeServerTest : public FrameTest
+// Only an initiation for our service and topic is answered. Every command
+// is, with status 1 and the client's own block, but only the exact open
+// command opens; a terminate gets its own.
+TEST_F(AppStartTest, DdeInitiationForServiceAndTopicOnlyAndOnlyTheExactOpenCommandOpens)
 {
-  protected:
-    void SetUp() override
-    {
-        FrameTest::SetUp();
-        g_answers.clear();
-        WNDCLASSA wc = {};
-        wc.lpfnWndProc = ClientProc;
-        wc.lpszClassName = "KmTestDdeClient";
-        ::RegisterClassA(&wc); // fails harmlessly when already there
-        m_client = ::CreateWindowExA(0, wc.lpszClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr,
-                                     nullptr, nullptr, nullptr);
-        ASSERT_NE(nullptr, m_client);
-        ASSERT_TRUE(Start());
-    }
-    void TearDown() override
-    {
-        ::DestroyWindow(m_client);
-        FrameTest::TearDown();
-    }
-
-    void Initiate(const char* service, const char* topic)
-    {
+    WNDCLASSA wc = {};
+    wc.lpfnWndProc = ClientProc;
+    wc.lpszClassName = "KmTestDdeClient";
+    ::RegisterClassA(&wc);
+    const HWND client = ::CreateWindowExA(0, wc.lpszClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr,
+                                          nullptr, nullptr, nullptr);
+    ASSERT_NE(nullptr, client);
+    ASSERT_TRUE(Start());
+    const auto initiate = [&](const char* service, const char* topic) {
         const ATOM serviceAtom = service ? ::GlobalAddAtomA(service) : 0;
         const ATOM topicAtom = topic ? ::GlobalAddAtomA(topic) : 0;
         g_initiating = true;
-        ::SendMessageA(m_frameWnd, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(m_client),
+        ::SendMessageA(m_frameWnd, WM_DDE_INITIATE, reinterpret_cast<WPARAM>(client),
                        MAKELPARAM(serviceAtom, topicAtom));
         g_initiating = false;
         ::GlobalDeleteAtom(serviceAtom);
         ::GlobalDeleteAtom(topicAtom);
-    }
-
-    // Posts one command, waits for what it brings, and checks the answer:
-    // status 1 with the client's own block.
-    void Execute(const std::string& command)
-    {
-        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, command.size() + 1);
-        memcpy(::GlobalLock(block), command.c_str(), command.size() + 1);
-        ::GlobalUnlock(block);
-        g_answers.clear();
-        LPARAM lParam = ::PackDDElParam(WM_DDE_EXECUTE, 0, reinterpret_cast<UINT_PTR>(block));
-        ASSERT_TRUE(
-            ::PostMessageA(m_frameWnd, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(m_client), lParam));
-        PumpUntilIdle();
-        ASSERT_EQ(1u, g_answers.size());
-        EXPECT_EQ(static_cast<UINT>(WM_DDE_ACK), g_answers[0].message);
-        EXPECT_EQ(m_frameWnd, g_answers[0].server);
-        EXPECT_EQ(1u, LOWORD(g_answers[0].low));
-        EXPECT_EQ(reinterpret_cast<UINT_PTR>(block), g_answers[0].high);
-    }
-
-    HWND m_client = nullptr;
-};
-
-TEST_F(DdeServerTest, InitiationIsAnsweredForServiceAndTopicOnlyAndTerminateWithATerminate)
-{
+    };
     const ATOM service = ::GlobalAddAtomA("Kelmar"), topic = ::GlobalAddAtomA("system");
-    Initiate("Kelmar", "system");
+    initiate("Kelmar", "system");
     ASSERT_EQ(1u, g_answers.size());
     EXPECT_EQ(m_frameWnd, g_answers[0].server);
     EXPECT_EQ(service, g_answers[0].low);
     EXPECT_EQ(topic, g_answers[0].high);
     ::GlobalDeleteAtom(service);
     ::GlobalDeleteAtom(topic);
-
-    Initiate("Kelmar", "other");
-    Initiate("Other", "system");
-    Initiate(nullptr, nullptr); // a wild initiation
-    Initiate("Kelmar", nullptr);
+    initiate("Kelmar", "other");
+    initiate("Other", "system");
+    initiate(nullptr, nullptr); // a wild initiation
     EXPECT_EQ(1u, g_answers.size());
-    ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(m_client), 0);
-    PumpUntilIdle();
-    ASSERT_EQ(2u, g_answers.size());
-    EXPECT_EQ(static_cast<UINT>(WM_DDE_TERMINATE), g_answers[1].message);
-    EXPECT_EQ(m_frameWnd, g_answers[1].server);
-}
 
-TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)
-{
     Write("x.c", "one\ntwo\nthree\nfour\n");
     const std::string x = FullLower("x.c");
     const struct {
@@ -258,17 +190,34 @@ TEST_F(DdeServerTest, OnlyTheExactOpenCommandOpensAndEveryCommandIsAnswered)
         {"[OPEN(\"" + x + "\")]", false, {}},
         {"[open(\"" + x, false, {}},
         {"[open(" + x + ")]", false, {}},
-        {"", false, {}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.command);
-        Execute(row.command);
+        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, row.command.size() + 1);
+        memcpy(::GlobalLock(block), row.command.c_str(), row.command.size() + 1);
+        ::GlobalUnlock(block);
+        g_answers.clear();
+        ::PostMessageA(m_frameWnd, WM_DDE_EXECUTE, reinterpret_cast<WPARAM>(client),
+                       ::PackDDElParam(WM_DDE_EXECUTE, 0, reinterpret_cast<UINT_PTR>(block)));
+        PumpUntilIdle();
+        ASSERT_EQ(1u, g_answers.size());
+        EXPECT_EQ(static_cast<UINT>(WM_DDE_ACK), g_answers[0].message);
+        EXPECT_EQ(m_frameWnd, g_answers[0].server);
+        EXPECT_EQ(1u, LOWORD(g_answers[0].low));
+        EXPECT_EQ(reinterpret_cast<UINT_PTR>(block), g_answers[0].high);
         EXPECT_EQ(row.opens ? std::set<std::string>{x} : std::set<std::string>{}, ChildCaptions());
         if (row.opens) {
             EXPECT_EQ(row.place, CaretOf(ChildByCaption(x)));
         }
         Command(ID_WINDOW_CLOSEALL);
     }
+    g_answers.clear();
+    ::PostMessageA(m_frameWnd, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(client), 0);
+    PumpUntilIdle();
+    ASSERT_EQ(1u, g_answers.size());
+    EXPECT_EQ(static_cast<UINT>(WM_DDE_TERMINATE), g_answers[0].message);
+    EXPECT_EQ(m_frameWnd, g_answers[0].server);
+    ::DestroyWindow(client);
 }
 
 } // namespace

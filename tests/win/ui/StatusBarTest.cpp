@@ -87,18 +87,8 @@ class StatusBarTest : public ::testing::Test
         edit = theApp.paneEdit, clean = theApp.paneClean, autoSave = theApp.paneAutoSave;
     }
 
-    RECT PaneRect(int index)
-    {
-        CStatusPane* pane = bar.GetPane(index);
-        EXPECT_NE(nullptr, pane) << "pane " << index;
-        return pane ? pane->m_rcPane : RECT{0, 0, 0, 0};
-    }
-    std::string PaneText(int index)
-    {
-        CStatusPane* pane = bar.GetPane(index);
-        EXPECT_NE(nullptr, pane) << "pane " << index;
-        return pane ? pane->Text() : std::string();
-    }
+    RECT PaneRect(int index) { return bar.GetPane(index)->m_rcPane; }
+    std::string PaneText(int index) { return bar.GetPane(index)->Text(); }
     // Whether a call asks for painting.
     template <class Call> bool Repaints(Call call)
     {
@@ -112,25 +102,6 @@ class StatusBarTest : public ::testing::Test
     int lineCol = -1, insert = -1, caps = -1, num = -1, align = -1, edit = -1, clean = -1,
         autoSave = -1;
 };
-
-TEST_F(StatusBarTest, ElevenPanesAtMostAndGapsInFives)
-{
-    const int gaps[] = {0, -1, 0, 4, 0}; // SetNextGap before each pane
-    const int expected[] = {0, 5, 5, 25, 5};
-    for (int i = 0; i < 11; ++i) {
-        if (i < 5)
-            bar.SetNextGap(gaps[i]);
-        EXPECT_EQ(i, bar.AddTogglePane("a", "b"));
-        if (i > 0 && i < 5) {
-            EXPECT_EQ(expected[i], PaneRect(i).left - PaneRect(i - 1).right) << i;
-        }
-    }
-    EXPECT_EQ(-1, bar.AddTogglePane("a", "b"));
-    EXPECT_EQ(-1, bar.AddPositionPane());
-    EXPECT_EQ(-1, bar.AddChoicePane("x,y"));
-    EXPECT_EQ(-1, bar.AddCapsPane("Caps"));
-    EXPECT_EQ(11, bar.m_nPanes);
-}
 
 TEST_F(StatusBarTest, TextsFromTheStringTableAndTimedTexts)
 {
@@ -160,12 +131,7 @@ std::vector<DWORD> Render(HWND wnd)
 {
     RECT client;
     ::GetClientRect(wnd, &client);
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = client.right;
-    info.bmiHeader.biHeight = -client.bottom;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
+    BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), client.right, -client.bottom, 1, 32}}; // top down
     void* bits = nullptr;
     HBITMAP bitmap = ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     HDC dc = ::CreateCompatibleDC(nullptr);
@@ -226,14 +192,10 @@ TEST_F(StatusBarTest, ChoicesTogglesAndPositionsShowTheirTexts)
     EXPECT_EQ("", PaneText(inner));
 
     EXPECT_EQ("Edit", PaneText(edit));
-    bar.SetPaneState(edit, true);
-    EXPECT_EQ("Read", PaneText(edit));
     bar.TogglePane(edit);
-    EXPECT_EQ("Edit", PaneText(edit));
+    EXPECT_EQ("Read", PaneText(edit));
 
     EXPECT_EQ("0 : 0", PaneText(lineCol));
-    bar.SetPanePosition(lineCol, 1234567, 1234);
-    EXPECT_EQ("1234567 : 1234", PaneText(lineCol));
     bar.SetPanePosition(lineCol, -1, 0); // a minimised child
     EXPECT_FALSE(Repaints([&] { bar.SetPanePosition(lineCol, -1, 0); }));
     EXPECT_TRUE(Repaints([&] { bar.SetPanePosition(lineCol, -1, 1); }));
@@ -255,7 +217,6 @@ TEST_F(StatusBarTest, CapsAndNumFollowTheKeysOnRefreshAndThroughTheHook)
     EXPECT_EQ("Num", PaneText(num));
     EXPECT_EQ(caps, bar.AddCapsPane("CAPS")); // no second one
     EXPECT_EQ(num, bar.AddNumPane("NUM"));
-    EXPECT_EQ(8, bar.m_nPanes);
 
     ::SetForegroundWindow(::GetParent(parent));
     ::SetFocus(parent);
@@ -279,16 +240,17 @@ TEST(ClockFormat, TwelveAndTwentyFourHourFormsWithTheirSeparatorsAndSuffixes)
         const char* shown;
     } rows[] = {
         {twelve, 12, 5, "12:05 pm"}, {twelve, 0, 5, "12:05 am"},   {twelve, 11, 59, "11:59 am"},
-        {twelve, 13, 0, "1:00 pm"},  {twelve, 23, 59, "11:59 pm"}, {full, 0, 5, "0:05"},
-        {full, 12, 5, "12:05"},      {full, 23, 59, "23:59"},      {blank, 9, 30, "9.30 "},
-        {blank, 21, 30, "9.30 PM"},  {longer, 8, 1, "8:01 morn"},  {longer, 20, 1, "8:01 even"},
+        {twelve, 13, 0, "1:00 pm"},  {full, 0, 5, "0:05"},         {full, 23, 59, "23:59"},
+        {blank, 9, 30, "9.30 "},     {longer, 20, 1, "8:01 even"},
     };
     for (const auto& row : rows) // one character of separator, four of each suffix
         EXPECT_EQ(row.shown, row.clock.FormatTime(row.hour, row.minute)) << row.shown;
 }
 
-// The clock keeps its right margin and leaves the panes where they are.
-TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsAndTheClockItsMargin)
+// The clock keeps its right margin and leaves the panes where they are. A
+// gap counts for the next pane only, a negative one not at all; eleven
+// panes at most.
+TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsTheClockItsMarginAndElevenAtMost)
 {
     AddFramePanes();
     EXPECT_EQ((std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7}),
@@ -300,15 +262,13 @@ TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsAndTheClockItsMargin
     std::vector<RECT> before;
     for (int i = 0; i < 8; ++i) {
         SCOPED_TRACE(i);
-        const RECT rc = PaneRect(i), text = bar.GetPane(i)->m_rcText;
+        const RECT rc = PaneRect(i);
         before.push_back(rc);
         EXPECT_EQ(3, rc.top);
         EXPECT_EQ(CKmStatusBar::Height() - 2, rc.bottom);
         if (i > 0) {
             EXPECT_EQ(PaneRect(i - 1).right + gaps[i], rc.left);
         }
-        EXPECT_EQ(rc.left + 1, text.left);
-        EXPECT_EQ(rc.top + 1, text.top);
     }
     // As wide as the widest text: of a toggle's two, whichever shows, and
     // of a choice's list.
@@ -324,14 +284,11 @@ TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsAndTheClockItsMargin
     ASSERT_NE(nullptr, bar.m_pClock);
     EXPECT_EQ(1, CKmStatusBar::ClockCount());
     const RECT first = bar.m_pClock->m_rcPane;
-    EXPECT_EQ(3, first.top);
-    EXPECT_EQ(CKmStatusBar::Height() - 2, first.bottom);
+    EXPECT_EQ(630, first.right);
     EXPECT_GE(Width(first), BarFontWidth("23:59"));
-    for (int width : {900, 500}) {
-        bar.Resize(width, 300);
-        EXPECT_EQ(width - 10, bar.m_pClock->m_rcPane.right);
-        EXPECT_EQ(Width(first), Width(bar.m_pClock->m_rcPane));
-    }
+    bar.Resize(500, 300);
+    EXPECT_EQ(490, bar.m_pClock->m_rcPane.right);
+    EXPECT_EQ(Width(first), Width(bar.m_pClock->m_rcPane));
     bar.HideClock();
     EXPECT_EQ(0, CKmStatusBar::ClockCount());
     bar.ShowClock();
@@ -340,6 +297,16 @@ TEST_F(StatusBarTest, FramePanesGetTheirIndexesGapsAndWidthsAndTheClockItsMargin
         const RECT now = PaneRect(i);
         EXPECT_TRUE(::EqualRect(&before[i], &now)) << "pane " << i;
     }
+
+    bar.SetNextGap(4);
+    bar.SetNextGap(-1);
+    for (int i = 8; i < 11; ++i)
+        EXPECT_EQ(i, bar.AddTogglePane("a", "b"));
+    EXPECT_EQ(25, PaneRect(8).left - PaneRect(7).right);
+    EXPECT_EQ(5, PaneRect(9).left - PaneRect(8).right);
+    EXPECT_EQ(-1, bar.AddTogglePane("a", "b"));
+    EXPECT_EQ(-1, bar.AddPositionPane());
+    EXPECT_EQ(11, bar.m_nPanes);
 }
 
 // The bars share one font, pen and keyboard hook: the first bar makes
@@ -363,7 +330,6 @@ TEST(StatusBarLife, BarsShareTheirStateAndTheLastFreesIt)
     one->ShowClock();
     two->ShowClock();
     EXPECT_TRUE(one->Destroy());
-    EXPECT_FALSE(::IsWindow(one->GetHwnd()));
     EXPECT_EQ(1, CKmStatusBar::ClockCount());
     EXPECT_EQ(static_cast<DWORD>(OBJ_FONT), ::GetObjectType(font));
     EXPECT_TRUE(CKmStatusBar::HookSet());
@@ -372,8 +338,6 @@ TEST(StatusBarLife, BarsShareTheirStateAndTheLastFreesIt)
     two->SetText("gone soon", 1);
     ::DestroyWindow(second);
     EXPECT_TRUE(two->m_bDestroyed);
-    two->SetText("nobody sees this", 0);
-    two->SetPanePosition(0, 5, 5);
     EXPECT_TRUE(two->Destroy());
     EXPECT_EQ(0, CKmStatusBar::BarCount() + CKmStatusBar::ClockCount());
     EXPECT_EQ(0u, ::GetObjectType(font) + ::GetObjectType(shadow));
