@@ -15,9 +15,11 @@ set(KM_CORE_SOURCES
   app/BindingNames.cpp
   app/CommandLine.cpp
   app/FileReference.cpp
+  app/SettingsText.cpp
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  tools/MacroText.cpp
 )
 
 # The class library (Windows only).
