@@ -38,7 +38,10 @@ set(KM_FRAMEWORK_SOURCES
 
 # The application's window code (Windows only), all but the entry.
 set(KM_APP_SOURCES
+  app/AppSettings.cpp
+  app/IniStore.cpp
   app/KmApp.cpp
+  app/Session.cpp
   app/KmChild.cpp
   app/KmCommands.cpp
   app/KmFrame.cpp
@@ -55,6 +58,7 @@ set(KM_APP_SOURCES
   help/HelpCommands.cpp
   print/PrintCommands.cpp
   project/ProjectCommands.cpp
+  project/ProjectModel.cpp
   search/FindDialog.cpp
   search/SearchCommands.cpp
   search/SearchRequest.cpp

@@ -65,7 +65,7 @@ TEST_F(AppStartTest, EditOnlyTurnsTheProjectOffForTheRun)
 {
     for (bool editOnly : {true, false}) {
         SCOPED_TRACE(editOnly);
-        ASSERT_TRUE(Start(editOnly ? "-e" : ""));
+        ASSERT_TRUE(Start(editOnly ? "-s -e" : "-s")); // -e is not to reach the file
         EXPECT_EQ(editOnly, (theApp.flags & KF_NOPROJECT) != 0);
         const UINT state =
             ::GetMenuState(::GetMenu(m_frameWnd), kNoFileProjectPopup, MF_BYPOSITION);
@@ -91,15 +91,13 @@ TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
     EXPECT_FALSE(::GetWindowLongPtrA(m_frameWnd, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
 }
 
-// The stand-in project directory changes when the settings store is
-// built: it is to drop a directory that does not exist.
-TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileNameAndAStandInProjectDirectoryIsKept)
+TEST_F(AppStartTest, SwitchBehindAFileNameIsAFileNameAndAMissingProjectDirectoryIsDropped)
 {
     Write("a.c", Lines(2));
     Write("b.c", Lines(2));
     m_boxes.Queue({IDNO});
     ASSERT_TRUE(Start("-d nosuchdir a.c b.c -s"));
-    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
+    EXPECT_STREQ("", theApp.m_strProjectDir.c_str());
     EXPECT_EQ(0, theApp.safeMode);
     EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("-s") + "'"}, m_boxes.Texts());
     EXPECT_FALSE(Exists(Path("-s")));
