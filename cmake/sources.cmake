@@ -62,6 +62,7 @@ set(KM_APP_SOURCES
   search/FindDialog.cpp
   search/SearchCommands.cpp
   search/SearchRequest.cpp
+  tools/RunCommand.cpp
   tools/ToolCommands.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp

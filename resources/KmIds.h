@@ -288,6 +288,7 @@
 #define IDS_ENVIRONMENTS 301
 #define IDS_KEY_PROJECT 302
 #define IDS_KEY_ENVIRONMENT 303
+#define IDS_KEY_TARGET 304
 #define IDS_KEY_DEBUGBUILD 306
 
 /* Keys of an environment.  The default of key k in template n (1 to 4) is
