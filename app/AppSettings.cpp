@@ -112,8 +112,8 @@ void CKmApp::LoadSettings(bool lookUpProject)
     ReadRanged("TabSize", tabSize, 2, 8);
     ReadRanged("ShiftWidth", shiftWidth, 1, 8); // 1 only through the file: intended
 
-    // The tools are kept in the file until the tool list reads them: Save
-    // leaves the keys that the map lacks as they stand.
+    tools.Load(*store);
+    toolsDirty = 1;
     store->RemoveSection(SECTION_TOOLS);
     ReadRecent(*store, SECTION_SESSION, "File ", recentFiles);
     recentFilesDirty = 1;
@@ -142,6 +142,7 @@ void CKmApp::SaveSettings()
         }
         WriteRecent(*store, SECTION_SESSION, "File ", recentFiles);
         SaveProject();
+        tools.Save(*store);
         WriteRecent(*store, SECTION_PROJECT, "Project ", recentProjects);
         if (m_strProjectDir.IsEmpty())
             store->EraseFileSection(SECTION_SESSION, iniPath);

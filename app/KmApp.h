@@ -5,6 +5,7 @@
 #include "framework/GdiObjects.h"
 #include "framework/String.h"
 #include "framework/WinApp.h"
+#include "tools/ToolList.h"
 #include "ui/StatusBar.h"
 
 class CKmFrame;
@@ -80,6 +81,7 @@ class CKmApp : public CWinApp
     int m_nEnvironment = 5;
     CString m_strEnvironment[5];
     int toolsDirty = 0;
+    CToolList tools;
     unsigned long flags;
     int paneLineCol = -1;
     int paneInsert = -1;

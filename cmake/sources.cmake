@@ -64,6 +64,7 @@ set(KM_APP_SOURCES
   search/SearchRequest.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
+  tools/ToolList.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
   ui/UiCommands.cpp

@@ -55,6 +55,51 @@ TEST_F(SettingsTest, LoadKeepsDefaultsWhereAValueIsUnusable)
     }
 }
 
+std::string ToolList()
+{
+    std::string list;
+    for (int i = 0; i < theApp.tools.GetCount(); ++i) {
+        const CToolEntry& tool = theApp.tools.GetAt(i);
+        list += (i ? "|" : "") + tool.m_strCommand.str() + ":" +
+                std::to_string(tool.m_bPrompt * 10 + tool.m_bMinimized);
+    }
+    return list;
+}
+
+TEST_F(SettingsTest, ToolsReadWithTheirCountAndTheDefaults)
+{
+    std::string ten = "[Tools]\nToolCount=11\n";
+    for (int i = 0; i < 10; ++i)
+        ten += "ToolCommand" + std::to_string(i) + "=p" + std::to_string(i) + "\n";
+    const struct {
+        std::string ini, tools;
+    } rows[] = {
+        {"", "dlgedit.exe:0|imagedit.exe:0|calc.exe:0"},
+        {"[Tools]\nToolCount=0\n", ""},
+        {ten, "p0:0|p1:0|p2:0|p3:0|p4:0|p5:0|p6:0|p7:0|p8:0|p9:0"},
+        {"[Tools]\nToolCount=5\nToolCommand0=x\nToolFlags0=11\nToolCommand1=y\nToolFlags1=10\n"
+         "ToolCommand3=z\nToolFlags3=1\n",
+         "x:11|y:10|calc.exe:0|z:1"},
+        {"[Tools]\nToolCount=-1\n", "dlgedit.exe:0|imagedit.exe:0|calc.exe:0"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.ini);
+        Write("kelmar.ini", row.ini);
+        ASSERT_TRUE(Start("-s"));
+        EXPECT_EQ(row.tools, ToolList());
+        CloseFrame();
+    }
+    Write("kelmar.ini", "");
+    ASSERT_TRUE(Start(""));
+    EXPECT_TRUE(CloseFrame());
+    const std::string ini = Path("kelmar.ini");
+    EXPECT_EQ("3", Key(ini, "Tools", "ToolCount"));
+    EXPECT_EQ("$ProjName.res", Key(ini, "Tools", "ToolArguments0"));
+    EXPECT_EQ("&Calculator", Key(ini, "Tools", "ToolMenuText2"));
+    EXPECT_EQ("", Key(ini, "Tools", "ToolInitDir2"));
+    EXPECT_EQ("0", Key(ini, "Tools", "ToolFlags1"));
+}
+
 // Names of 22 characters take 23 bytes of the list: 11 fit in 256.
 TEST_F(SettingsTest, KeysPastTheNameListAreNotSeenAndNotWrittenBack)
 {
@@ -140,6 +185,8 @@ TEST_F(SettingsTest, AProjectKeepsItsOwnSettingsAndTheGlobalFileOnlyTheProject)
     EXPECT_EQ("0", Key(projectIni, "Project", "DebugBuild"));
     EXPECT_EQ("<none>", Key(projectIni, "Project", "Project"));
     EXPECT_EQ("x.exe", Key(projectIni, "Project", "Target"));
+    EXPECT_EQ("3", Key(ini, "Tools", "ToolCount")); // the tools stay global
+    EXPECT_EQ("<none>", Key(projectIni, "Tools", "ToolCount"));
 }
 
 TEST_F(SettingsTest, EnvironmentAndDebugBuildFallBack)
