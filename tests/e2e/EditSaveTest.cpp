@@ -71,3 +71,16 @@ TEST(EditSaveTest, TypedTextIsSavedWithTheFilesOwnLineEnds)
 }
 
 } // namespace
+
+std::string kmtest::g_program;
+
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    if (argc > 1) { // the build passes a path of the host: /x/y becomes Z:\x\y
+        g_program = argv[1][0] == '/' ? std::string("Z:") + argv[1] : argv[1];
+        for (char& c : g_program)
+            c = c == '/' ? '\\' : c;
+    }
+    return RUN_ALL_TESTS();
+}

