@@ -18,22 +18,9 @@ std::string Expand(const MacroFacts& facts, const char* text)
 
 TEST(MacroText, TableWithAndWithoutTargetAndFile)
 {
-    MacroFacts project;
-    project.hasFile = true;
-    project.file = "c:\\src\\main.c";
-    project.line = 12;
-    project.column = 5;
-    project.projectDir = "d";
-    project.target = "x.exe";
-    project.currentDir = "c:\\work";
-    MacroFacts bare; // no window, no project
-    bare.file = "c:\\stale.c";
-    bare.currentDir = "c:\\";
-    MacroFacts root = project;
-    root.file = "c:\\main.c";
-    root.target = "bin\\app";
-    root.projectDir = "";
-
+    const MacroFacts project = {true, "c:\\src\\main.c", 12, 5, "d", "x.exe", "c:\\work"};
+    const MacroFacts bare = {false, "c:\\stale.c", 1, 1, "", "", "c:\\"}; // no window, no project
+    const MacroFacts root = {true, "c:\\main.c", 1, 1, "", "bin\\app", ""};
     const struct {
         const MacroFacts& facts;
         const char* text;

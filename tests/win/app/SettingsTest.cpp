@@ -75,7 +75,6 @@ TEST_F(SettingsTest, LoadKeepsDefaultsWhereAValueIsUnusable)
         {"[Tools]\nToolCount=5\nToolCommand0=x\nToolFlags0=11\nToolCommand1=y\nToolFlags1=10\n"
          "ToolCommand3=z\nToolFlags3=1\n",
          "408 8 4 2 1 e5 d0 x11 y10 calc.exe0 z1"},
-        {"[Tools]\nToolCount=-1\n", "408 8 4 2 1 e5 d0" + tools},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.ini.substr(0, 60));
@@ -86,6 +85,30 @@ TEST_F(SettingsTest, LoadKeepsDefaultsWhereAValueIsUnusable)
         theApp.GetSetting(SECTION_SETTINGS, "PageHeader", header);
         EXPECT_LE(header.GetLength(), 259);
         EXPECT_TRUE(CloseFrame());
+        EXPECT_EQ(row.ini, Read("kelmar.ini")); // -s writes nothing
+    }
+}
+
+TEST_F(SettingsTest, TheScreenFontsHeightIsNegatedAndALongFaceGivesTheStockFont)
+{
+    ASSERT_TRUE(Start("-s"));
+    LOGFONTA font;
+    ::GetObjectA(::GetStockObject(SYSTEM_FIXED_FONT), sizeof font, &font);
+    const std::string stock = font.lfFaceName + std::to_string(font.lfHeight);
+    const std::pair<std::string, std::string> rows[] = {
+        {"Courier New,12,700,1", "Courier New-12 700 1"},
+        {"Courier New,-10", "Courier New10 0 0"},
+        {std::string(32, 'F') + ",12", stock},
+        {"", stock},
+    };
+    for (const auto& row : rows) {
+        theApp.SetSetting(SECTION_SETTINGS, "ScreenFont", row.first.c_str());
+        theApp.LoadScreenFont();
+        ASSERT_TRUE(theApp.screenFont.GetLogFont(&font));
+        const std::string face = font.lfFaceName + std::to_string(font.lfHeight);
+        EXPECT_EQ(row.second, face == stock ? face
+                                            : face + " " + std::to_string(font.lfWeight) + " " +
+                                                  std::to_string(font.lfItalic));
     }
 }
 
