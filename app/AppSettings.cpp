@@ -66,12 +66,6 @@ void CKmApp::SetSettingInt(int section, const char* key, long value, int radix)
         store->SetInt(section, key, value, radix);
 }
 
-void CKmApp::RemoveSetting(int section, const char* key)
-{
-    if (store)
-        store->Remove(section, key);
-}
-
 // A value outside low to high is ignored: the earlier one stays.
 void CKmApp::ReadRanged(const char* key, int& field, int low, int high) const
 {

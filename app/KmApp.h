@@ -32,13 +32,11 @@ class CKmApp : public CWinApp
     void SetSetting(int section, const char* key, const char* value);
     bool GetSettingInt(int section, const char* key, unsigned long& value, int radix) const;
     void SetSettingInt(int section, const char* key, long value, int radix);
-    void RemoveSetting(int section, const char* key);
 
     // The project (project/ProjectModel.cpp): its settings by string id,
     // those of the chosen environment with the templates behind them.
     bool GetProjectSetting(unsigned id, CString& value) const;
     void SetProjectSetting(unsigned id, const char* value);
-    void RemoveProjectString(unsigned id, const char* path);
     void GetEnvironmentSetting(unsigned id, CString& value) const;
     void SetEnvironmentSetting(const char* key, const char* value);
 

@@ -33,14 +33,6 @@ void CKmApp::SetProjectSetting(unsigned id, const char* value)
     SetSetting(SECTION_PROJECT, KeyText(id), value);
 }
 
-void CKmApp::RemoveProjectString(unsigned id, const char* path)
-{
-    const CString key = KeyText(id);
-    RemoveSetting(SECTION_PROJECT, key);
-    if (path && store)
-        store->EraseFileKey(SECTION_PROJECT, key, path);
-}
-
 // A stored value is used as it stands, a blank too; a template's blank
 // stands for the empty value that a resource string cannot hold.
 void CKmApp::GetEnvironmentSetting(unsigned id, CString& value) const

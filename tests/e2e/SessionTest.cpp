@@ -1,5 +1,5 @@
 // kelmar.exe closed on two files and started again without arguments: the
-// session brings the windows back.
+// session brings the windows back, stacked the other way round.
 #include "Program.h"
 #include "support/WinTestSupport.h"
 
@@ -8,8 +8,7 @@ using namespace kmtest;
 namespace
 {
 
-// The captions of the frame's windows from the top down, once two are
-// there and have settled.
+// The captions of the frame's windows from the top, once two have settled.
 std::vector<std::string> Stacking(HWND client)
 {
     WaitFor([&] { return ::GetWindow(::GetWindow(client, GW_CHILD), GW_HWNDNEXT) != nullptr; });
@@ -27,25 +26,19 @@ TEST(SessionTest, TheWindowsComeBackInReversedOrder)
     ::GetTempPathA(MAX_PATH, temp);
     const std::string dir = std::string(temp) + "kme2es" + std::to_string(::GetCurrentProcessId());
     ::CreateDirectoryA(dir.c_str(), nullptr);
-    const std::string a = Lower(dir + "\\a.c"), b = Lower(dir + "\\b.c");
-    WriteFileBytes(a, "int a;\r\n");
-    WriteFileBytes(b, "int b;\r\n");
-    WriteFileBytes(dir + "\\kelmar.ini", ""); // read and written here, not beside the program
-
-    std::vector<std::string> before;
-    {
+    for (const char* name :
+         {"\\a.c", "\\b.c", "\\kelmar.ini"}) // settings here, not beside the program
+        WriteFileBytes(dir + name, "");
+    std::vector<std::string> before, after;
+    for (const char* arguments : {"a.c b.c", ""}) {
         Program program;
-        ASSERT_TRUE(program.Start("a.c b.c", dir)) << "cannot start " << g_program;
-        before = Stacking(program.client);
+        ASSERT_TRUE(program.Start(arguments, dir)) << "cannot start " << g_program;
+        (*arguments ? before : after) = Stacking(program.client);
         EXPECT_TRUE(program.Close());
     }
-    ASSERT_EQ((std::set<std::string>{a, b}), std::set<std::string>(before.begin(), before.end()));
-    {
-        Program program;
-        ASSERT_TRUE(program.Start("", dir));
-        EXPECT_EQ((std::vector<std::string>{before[1], before[0]}), Stacking(program.client));
-        EXPECT_TRUE(program.Close());
-    }
+    EXPECT_EQ((std::set<std::string>{Lower(dir + "\\a.c"), Lower(dir + "\\b.c")}),
+              std::set<std::string>(before.begin(), before.end()));
+    EXPECT_EQ(std::vector<std::string>(before.rbegin(), before.rend()), after);
     RemoveTree(dir);
 }
 

@@ -19,7 +19,7 @@ std::string Expanded(CKmFrame* frame, const char* text)
     return result.str();
 }
 
-TEST_F(RunCommandTest, MacrosTellTheActiveFileAndTheProject)
+TEST_F(RunCommandTest, MacrosTellTheActiveFileAndTheProjectAndProgramsStartWithThem)
 {
     Write("a.c", "one\r\ntwo\r\n");
     ASSERT_TRUE(Start("-s"));
@@ -35,13 +35,8 @@ TEST_F(RunCommandTest, MacrosTellTheActiveFileAndTheProject)
     EXPECT_EQ(0, LookupMacro(m_frame, "$Targets", value));
     EXPECT_EQ(1, LookupMacro(m_frame, "$ProjDir", value));
     EXPECT_STREQ("d", value);
-}
 
-TEST_F(RunCommandTest, AProgramStartsInItsExpandedDirectoryOrFailsWithTheMessage)
-{
-    Write("a.c", "one\r\n");
     ::CreateDirectoryA(Path("out").c_str(), nullptr);
-    ASSERT_TRUE(Start("-s a.c"));
     EXPECT_NE(0, RunCommand(m_frame, "cmd.exe", "/c echo $FileName> $FileName.txt", "$FileDir\\out",
                             true));
     EXPECT_TRUE(PumpUntil([&] { return Read("out\\a.c.txt") != "<missing>"; }, 10000));
