@@ -2,6 +2,7 @@
 
 #include "app/CommandLine.h"
 #include "app/FileReference.h"
+#include "app/IniStore.h"
 #include "app/KmChild.h"
 #include "app/KmFrame.h"
 #include "app/OpenRequest.h"
@@ -43,26 +44,6 @@ CKmFrame* CKmApp::Frame() const
 {
     CWnd* wnd = m_pMainWnd;
     return wnd && wnd->IsKindOf(RUNTIME_CLASS(CKmFrame)) ? static_cast<CKmFrame*>(wnd) : nullptr;
-}
-
-// An exchange, not a move to the front: the entries between keep their
-// places, which is intended.
-void CKmApp::RememberFile(const char* path)
-{
-    recentFilesDirty = 1;
-    for (int i = 0; i < 6; ++i) {
-        if (recentFiles[i] == path) {
-            if (i != 0) {
-                CString first = recentFiles[0];
-                recentFiles[0] = recentFiles[i];
-                recentFiles[i] = first;
-            }
-            return;
-        }
-    }
-    for (int i = 5; i > 0; --i)
-        recentFiles[i] = recentFiles[i - 1];
-    recentFiles[0] = path;
 }
 
 void CKmApp::ProcessWndProcException(const CException* exception, UINT)
@@ -123,9 +104,14 @@ void CKmApp::AddStatusPanes()
         statusBar.ShowClock();
 }
 
-// The settings store and the session come with their own code; until then
-// nothing is written at exit.
-void CKmApp::SaveState() {}
+void CKmApp::SaveState()
+{
+    if (saveWindows) {
+        if (CKmFrame* frame = Frame())
+            frame->SaveSession();
+    }
+    SaveSettings();
+}
 
 HGLOBAL MakeOpenRequest(const char* word)
 {
@@ -207,32 +193,35 @@ bool CKmApp::InitInstance()
     safeMode = commandLine.safeMode;
     const bool printMode = commandLine.printOnly != 0;
 
-    if (commandLine.editOnly)
-        flags |= KF_NOPROJECT;
-    if (commandLine.arrange)
-        arrange = ArrangeForSwitch(commandLine.arrange);
-
     // Each window makes its own directory the current one as it gets the
-    // focus, so the names are resolved before the first window opens.
+    // focus, and a project its own as it loads, so the names are resolved
+    // before either.
     std::vector<std::string> files;
     while (const char* word = commandLine.files.NextWord())
         files.push_back(ResolveFileWord(word));
 
-    LOGFONTA logFont;
-    if (::GetObjectA(::GetStockObject(SYSTEM_FIXED_FONT), sizeof logFont, &logFont))
-        screenFont.CreateFontIndirect(&logFont);
+    LoadSettings(!safeMode);
+    if (commandLine.editOnly)
+        flags |= KF_NOPROJECT;
+    if (commandLine.arrange)
+        arrange = ArrangeForSwitch(commandLine.arrange);
+    LoadScreenFont();
+    RECT rect;
+    int maximised = 0;
+    LoadWindowPlacement(rect, maximised);
 
     CString title;
     title.LoadString(IDS_TITLE);
     CKmFrame* frame = new CKmFrame;
     m_pMainWnd = frame;
-    if (!frame->Create(title, 0, kRectDefault)) {
+    if (!frame->Create(title, maximised ? WS_MAXIMIZE : 0, rect)) {
         m_pMainWnd = nullptr;
         if (!frame->m_hWnd)
             delete frame;
         return false;
     }
-    ::ShowWindow(frame->m_hWnd, m_nCmdShow);
+    const bool showMaximised = maximised && m_nCmdShow != SW_SHOWMINNOACTIVE;
+    ::ShowWindow(frame->m_hWnd, showMaximised ? SW_SHOWMAXIMIZED : m_nCmdShow);
     ::UpdateWindow(frame->m_hWnd);
     helpPath = programDir + "kelmar.hlp";
 
@@ -261,6 +250,8 @@ bool CKmApp::InitInstance()
             frame->MDICascade();
         else if (arrange == ARRANGE_TILEDOWN)
             frame->MDITile(MDITILE_HORIZONTAL);
+    } else if (!printMode && !safeMode) {
+        RestoreSession();
     }
     if (!printMode)
         ::DragAcceptFiles(frame->m_hWnd, TRUE);
@@ -269,5 +260,7 @@ bool CKmApp::InitInstance()
 
 int CKmApp::ExitInstance()
 {
+    delete store;
+    store = nullptr;
     return CWinApp::ExitInstance();
 }

@@ -5,6 +5,7 @@
 #include "framework/GdiObjects.h"
 #include "framework/String.h"
 #include "framework/WinApp.h"
+#include "tools/ToolList.h"
 #include "ui/StatusBar.h"
 
 class CKmFrame;
@@ -21,8 +22,30 @@ class CKmApp : public CWinApp
     // Keys for the frame and its children go through the frame's routing.
     bool PreTranslateMessage(MSG* msg) override;
 
+    // Settings (AppSettings.cpp): kelmar.ini, and a project's over it, into
+    // the store at start; back to the files at exit. The forwarders do
+    // nothing without a store.
+    void LoadSettings(bool lookUpProject);
+    void SaveSettings();
+    void LoadScreenFont();
+    bool GetSetting(int section, const char* key, CString& value) const;
+    void SetSetting(int section, const char* key, const char* value);
+    bool GetSettingInt(int section, const char* key, unsigned long& value, int radix) const;
+    void SetSettingInt(int section, const char* key, long value, int radix);
+
+    // The project (project/ProjectModel.cpp): its settings by string id,
+    // those of the chosen environment with the templates behind them.
+    bool GetProjectSetting(unsigned id, CString& value) const;
+    void SetProjectSetting(unsigned id, const char* value);
+    void GetEnvironmentSetting(unsigned id, CString& value) const;
+    void SetEnvironmentSetting(const char* key, const char* value);
+
+    // The session (Session.cpp).
+    void RestoreSession();
+    void LoadWindowPlacement(RECT& rect, int& maximised) const;
     // Records a path in recentFiles, newest first.
     void RememberFile(const char* path);
+    void AddRecentProject(const char* path);
     // Sets the fields of the table to their initial values.
     void SetInitialValues();
 
@@ -56,6 +79,7 @@ class CKmApp : public CWinApp
     int m_nEnvironment = 5;
     CString m_strEnvironment[5];
     int toolsDirty = 0;
+    CToolList tools;
     unsigned long flags;
     int paneLineCol = -1;
     int paneInsert = -1;
@@ -63,6 +87,14 @@ class CKmApp : public CWinApp
     int paneEdit = -1;
     int paneClean = -1;
     int paneAutoSave = -1;
+
+  private:
+    void ReadRanged(const char* key, int& field, int low, int high) const;
+    void WriteWindowPlacement();
+    // The project's part of loading and saving (project/ProjectModel.cpp).
+    void LoadProject(bool lookUp);
+    void LoadProjectChoice();
+    void SaveProject();
 };
 
 // A request to open the file that a word names, with the place that a

@@ -33,6 +33,8 @@ class CKmFrame : public CMDIFrameWnd
     void Alert(UINT type);
     void GetWorkArea(RECT& rect) const;
     void ShowContextMenu(int x, int y);
+    // Puts the open files into the store's Session section (Session.cpp).
+    void SaveSession();
     // The flag word for a new editor window, from the settings.
     static unsigned long NewWindowFlags();
 

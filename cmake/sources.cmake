@@ -15,9 +15,11 @@ set(KM_CORE_SOURCES
   app/BindingNames.cpp
   app/CommandLine.cpp
   app/FileReference.cpp
+  app/SettingsText.cpp
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  tools/MacroText.cpp
 )
 
 # The class library (Windows only).
@@ -36,7 +38,10 @@ set(KM_FRAMEWORK_SOURCES
 
 # The application's window code (Windows only), all but the entry.
 set(KM_APP_SOURCES
+  app/AppSettings.cpp
+  app/IniStore.cpp
   app/KmApp.cpp
+  app/Session.cpp
   app/KmChild.cpp
   app/KmCommands.cpp
   app/KmFrame.cpp
@@ -53,10 +58,13 @@ set(KM_APP_SOURCES
   help/HelpCommands.cpp
   print/PrintCommands.cpp
   project/ProjectCommands.cpp
+  project/ProjectModel.cpp
   search/FindDialog.cpp
   search/SearchCommands.cpp
   search/SearchRequest.cpp
+  tools/RunCommand.cpp
   tools/ToolCommands.cpp
+  tools/ToolList.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
   ui/UiCommands.cpp

@@ -288,7 +288,12 @@
 #define IDS_ENVIRONMENTS 301
 #define IDS_KEY_PROJECT 302
 #define IDS_KEY_ENVIRONMENT 303
+#define IDS_KEY_TARGET 304
 #define IDS_KEY_DEBUGBUILD 306
+
+/* The three default tools, five strings each: command, menu text,
+   arguments, initial directory, flags */
+#define IDS_TOOLDEFAULTS 310
 
 /* Keys of an environment.  The default of key k in template n (1 to 4) is
    the string k + 28 * n. */

@@ -1,5 +1,6 @@
 // kelmar.exe itself, started on two files, typed into from outside through
 // key messages, saved and closed; the files on disk tell the result.
+#include "Program.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
 
@@ -7,28 +8,6 @@ using namespace kmtest;
 
 namespace
 {
-
-std::string g_program; // kelmar.exe, as a Windows path
-
-// Polls until found() is true or the time is up.
-template <typename Found> bool WaitFor(Found found, DWORD milliseconds = 20000)
-{
-    for (const DWORD start = ::GetTickCount(); !found(); ::Sleep(50))
-        if (::GetTickCount() - start > milliseconds)
-            return false;
-    return true;
-}
-
-// The process's top-level window that holds an MDI client.
-BOOL CALLBACK FindFrame(HWND hwnd, LPARAM lParam)
-{
-    auto* search = reinterpret_cast<std::pair<DWORD, HWND>*>(lParam);
-    DWORD owner = 0;
-    ::GetWindowThreadProcessId(hwnd, &owner);
-    if (owner == search->first && ::FindWindowExA(hwnd, nullptr, "MDICLIENT", nullptr))
-        search->second = hwnd;
-    return !search->second;
-}
 
 // A key pressed and released, posted as the keyboard driver would; the
 // program's own loop translates it into the character.
@@ -62,19 +41,9 @@ TEST(EditSaveTest, TypedTextIsSavedWithTheFilesOwnLineEnds)
     WriteFileBytes(dosPath, dosText);
 
     // -s: no session restored, nothing written at exit.
-    std::string line = "\"" + g_program + "\" -s unix.c dos.c";
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    ASSERT_TRUE(::CreateProcessA(g_program.c_str(), &line[0], nullptr, nullptr, FALSE, 0, nullptr,
-                                 dir.c_str(), &startup, &process))
-        << "cannot start " << g_program;
-
-    std::pair<DWORD, HWND> search = {process.dwProcessId, nullptr};
-    EXPECT_TRUE(WaitFor([&] {
-        return !::EnumWindows(FindFrame, reinterpret_cast<LPARAM>(&search));
-    })) << "no frame window";
-    HWND client = ::FindWindowExA(search.second, nullptr, "MDICLIENT", nullptr);
+    Program program;
+    ASSERT_TRUE(program.Start("-s unix.c dos.c", dir)) << "cannot start " << g_program;
+    HWND client = program.client;
     // The editor window of a file is the child captioned with its path.
     HWND unixChild = nullptr;
     EXPECT_TRUE(WaitFor([&] {
@@ -94,19 +63,16 @@ TEST(EditSaveTest, TypedTextIsSavedWithTheFilesOwnLineEnds)
     EXPECT_TRUE(WaitFor([&] { return EditText(edit).rfind("km typed 42\r\nint main", 0) == 0; }))
         << "the keys did not arrive; the control holds: " << EditText(edit);
 
-    ::PostMessageA(search.second, WM_COMMAND, ID_FILE_SAVE, 0);
-    ::PostMessageA(search.second, WM_CLOSE, 0, 0);
-    EXPECT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(process.hProcess, 20000))
-        << "the program did not end: a question left open?";
-    ::TerminateProcess(process.hProcess, 1); // when it did not
-    ::CloseHandle(process.hProcess);
-    ::CloseHandle(process.hThread);
+    ::PostMessageA(program.frame, WM_COMMAND, ID_FILE_SAVE, 0);
+    EXPECT_TRUE(program.Close()) << "the program did not end: a question left open?";
     EXPECT_EQ("km typed 42\n" + unixText, ReadFileBytes(unixPath)); // no CR crept in
     EXPECT_EQ(dosText, ReadFileBytes(dosPath));                     // untouched
     RemoveTree(dir);
 }
 
 } // namespace
+
+std::string kmtest::g_program;
 
 int main(int argc, char** argv)
 {

@@ -77,9 +77,8 @@ TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
 // Every name is resolved against the start directory before a window
 // opens, although each window makes its own directory the current one. A
 // hex address is for the hex view: no editor loads the binary file. A
-// switch behind a file name is a file name. The stand-in project directory
-// is kept as given: the settings store, once built, is to drop one that
-// does not exist.
+// switch behind a file name is a file name; a project directory that does
+// not exist is dropped.
 TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReferenceAndSwitchesBehindThem)
 {
     ASSERT_TRUE(::CreateDirectoryA(Path("one").c_str(), nullptr));
@@ -94,7 +93,7 @@ TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReferenceAndSwi
     // foo(3).c: the file foo at line 3
     ASSERT_TRUE(Start("-d nosuchdir one\\a.c two\\b.c(2) prog.c(12,5) foo(3).c prog.exe(0x1F) "
                       "plain.c -s"));
-    EXPECT_STREQ("nosuchdir", theApp.m_strProjectDir.c_str());
+    EXPECT_STREQ("", theApp.m_strProjectDir.c_str());
     EXPECT_EQ(0, theApp.safeMode);
     EXPECT_EQ(std::vector<std::string>{"OK to create new\n'" + Path("-s") + "'"}, m_boxes.Texts());
     EXPECT_FALSE(Exists(Path("-s")));

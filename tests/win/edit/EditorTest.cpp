@@ -10,6 +10,7 @@
 #include "support/WinTestSupport.h"
 
 #include <cstdlib>
+#include <cstring>
 
 using namespace kmtest;
 
@@ -36,13 +37,14 @@ std::string Title(const CKmChild* child)
 }
 
 // Names in the directory, such as the temporary files of a save.
+// The files of the test, without the settings that every start reads.
 std::vector<std::string> FilesIn(const std::string& dir)
 {
     std::vector<std::string> names;
     WIN32_FIND_DATAA found;
     HANDLE search = ::FindFirstFileA((dir + "\\*").c_str(), &found);
     for (bool more = search != INVALID_HANDLE_VALUE; more; more = ::FindNextFileA(search, &found))
-        if (found.cFileName[0] != '.')
+        if (found.cFileName[0] != '.' && strcmp(found.cFileName, "kelmar.ini") != 0)
             names.push_back(found.cFileName);
     ::FindClose(search);
     return names;

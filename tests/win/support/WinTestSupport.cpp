@@ -1,5 +1,6 @@
 #include "support/WinTestSupport.h"
 
+#include "app/IniStore.h"
 #include "app/KmApp.h"
 #include "app/KmFrame.h"
 #include "resources/KmIds.h"
@@ -188,6 +189,9 @@ void ResetApp()
     theApp.SetInitialValues(); // flags, arrangement, recent lists
     theApp.safeMode = 0;
     theApp.m_strProjectDir.Empty();
+    theApp.m_strProjectIni.Empty();
+    delete theApp.store; // when the frame went without its close
+    theApp.store = nullptr;
     SearchRequest& search = g_searchRequest;
     search.m_strFind.Empty();
     search.m_strReplace.Empty();
@@ -214,6 +218,7 @@ void FrameTest::SetUp()
     ASSERT_TRUE(::GetFullPathNameA(m_dir.c_str(), MAX_PATH, buffer, nullptr));
     m_dir = buffer;
     ASSERT_TRUE(::SetCurrentDirectoryA(m_dir.c_str()));
+    Write("kelmar.ini", ""); // the settings of the test, not the program directory's
     ResetApp();
 }
 

@@ -79,7 +79,8 @@ bool Exists(const std::string& path);
 // The place of a window in the client area of another.
 RECT Place(HWND wnd, HWND in);
 
-// A fresh directory of its own, current while the test runs, and the
+// A fresh directory of its own, current while the test runs and holding
+// an empty kelmar.ini that a start reads and a close writes, and the
 // application ready to start on a command line in it. TearDown closes the
 // frame as a user would (questions answered No) and fails the test for
 // every box that came unexpected before.

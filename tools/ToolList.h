@@ -1,0 +1,39 @@
+// The programs of the Tools menu, up to ten, and how they are kept in the
+// settings' Tools section.
+#pragma once
+#include "framework/String.h"
+
+#include <vector>
+
+class CIniStore;
+
+struct CToolEntry {
+    CString m_strCommand;
+    CString m_strMenuText; // with "&" before its mnemonic
+    CString m_strArguments;
+    CString m_strInitDir;
+    int m_bPrompt = 0; // ask for arguments at each start
+    int m_bMinimized = 0;
+};
+
+class CToolList
+{
+  public:
+    enum { kMaxTools = 10 };
+
+    // The new entry's index; -1 when the list is full.
+    int Add(const CToolEntry& entry);
+    void RemoveAll() { m_entries.clear(); }
+    int GetCount() const { return static_cast<int>(m_entries.size()); }
+    const CToolEntry& GetAt(int index) const { return m_entries[static_cast<size_t>(index)]; }
+
+    // Reads ToolCount tools, three when it is missing and ten when out of
+    // range; the first three fall back to the defaults of the resources,
+    // and a later one without its command ends the list.
+    void Load(const CIniStore& store);
+    // Writes every tool and empties the list.
+    void Save(CIniStore& store);
+
+  private:
+    std::vector<CToolEntry> m_entries;
+};
