@@ -243,15 +243,11 @@ bool CKmApp::InitInstance()
         }
         frame->SendMessage(WM_KM_OPENFILE, 1, reinterpret_cast<LPARAM>(request));
     }
-    if (!printMode && !safeMode && count > 0) {
-        if (arrange == ARRANGE_TILEACROSS)
-            frame->MDITile(MDITILE_VERTICAL);
-        else if (arrange == ARRANGE_CASCADE)
-            frame->MDICascade();
-        else if (arrange == ARRANGE_TILEDOWN)
-            frame->MDITile(MDITILE_HORIZONTAL);
-    } else if (!printMode && !safeMode) {
-        RestoreSession();
+    if (!printMode && !safeMode) {
+        if (count > 0)
+            ApplyArrangement(false);
+        else
+            RestoreSession();
     }
     if (!printMode)
         ::DragAcceptFiles(frame->m_hWnd, TRUE);

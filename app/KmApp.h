@@ -42,6 +42,8 @@ class CKmApp : public CWinApp
 
     // The session (Session.cpp).
     void RestoreSession();
+    // Tiles or cascades the children as arrange says.
+    void ApplyArrangement(bool maximise);
     void LoadWindowPlacement(RECT& rect, int& maximised) const;
     // Records a path in recentFiles, newest first.
     void RememberFile(const char* path);

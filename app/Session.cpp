@@ -13,7 +13,8 @@ namespace
 
 // The flags of a window that its next opening keeps: read-only, hex view,
 // scroll bars and indentation.
-const unsigned long kSessionFlags = 63;
+const unsigned long kSessionFlags =
+    CF_READONLY | CF_HEXVIEW | CF_HSCROLL | CF_VSCROLL | CF_ALIGN | CF_BLOCKINDENT;
 
 CString EditKey(int number)
 {
@@ -98,23 +99,24 @@ void CKmApp::RestoreSession()
         return; // the wait state lasts until the frame's next EndBusy
     }
     frame->EndBusy();
-    if (!frame->m_pActiveChild)
-        return;
-    switch (arrange) {
-    case ARRANGE_TILEACROSS:
+    if (frame->m_pActiveChild)
+        ApplyArrangement(true);
+}
+
+// Windows named at start come maximised by themselves when that is the
+// arrangement, so only a restored session maximises again.
+void CKmApp::ApplyArrangement(bool maximise)
+{
+    CKmFrame* frame = Frame();
+    if (arrange == ARRANGE_TILEACROSS)
         frame->MDITile(MDITILE_VERTICAL);
-        break;
-    case ARRANGE_CASCADE:
+    else if (arrange == ARRANGE_CASCADE)
         frame->MDICascade();
-        break;
-    case ARRANGE_MAXIMISED:
+    else if (arrange == ARRANGE_TILEDOWN)
+        frame->MDITile(MDITILE_HORIZONTAL);
+    else if (maximise && frame->m_pActiveChild)
         ::SendMessageA(frame->m_hWndMDIClient, WM_MDIMAXIMIZE,
                        reinterpret_cast<WPARAM>(frame->m_pActiveChild->m_hWnd), 0);
-        break;
-    case ARRANGE_TILEDOWN:
-        frame->MDITile(MDITILE_HORIZONTAL);
-        break;
-    }
 }
 
 void CKmApp::LoadWindowPlacement(RECT& rect, int& maximised) const

@@ -15,11 +15,8 @@
 namespace
 {
 
-// What the shell's small results mean; 32 and above is success.
+// The shell's results below this are failures.
 const INT_PTR kShellSuccess = 32;
-const INT_PTR kShellFileNotFound = 2;
-const INT_PTR kShellPathNotFound = 3;
-const INT_PTR kShellBadFormat = 11;
 
 MacroFacts GatherFacts(CKmFrame* frame)
 {
@@ -88,9 +85,9 @@ int RunCommand(CKmFrame* frame, const char* program, const char* arguments, cons
                         expandedDirectory, minimized ? SW_SHOWMINIMIZED : SW_SHOWNORMAL));
     if (result >= kShellSuccess)
         return 1;
-    if (result == kShellFileNotFound)
+    if (result == SE_ERR_FNF)
         KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_CANNOTOPEN, program);
-    else if (result == kShellPathNotFound || result == kShellBadFormat)
+    else if (result == SE_ERR_PNF || result == ERROR_BAD_FORMAT)
         KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_INVALIDEXE, program);
     else
         KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_CREATEPROCESSERROR, static_cast<int>(result),
