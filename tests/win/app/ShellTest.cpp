@@ -272,7 +272,6 @@ TEST_F(ShellTest, MenuWithoutFilesUntilTheFirstChildAndAfterTheLast)
     theApp.recentFilesDirty = 0;
     first->MDIDestroy();
     PumpUntilIdle();
-    EXPECT_EQ(IDR_MENU_NOFILE, m_frame->m_nMenu);
     EXPECT_EQ(m_frame->m_menuNoFile.m_hMenu, ::GetMenu(m_frameWnd));
     EXPECT_EQ(nullptr, m_frame->m_pActiveChild);
     EXPECT_TRUE(theApp.recentFilesDirty);
