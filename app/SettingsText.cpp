@@ -69,10 +69,7 @@ bool SplitSessionValue(const std::string& value, std::string& path, unsigned lon
         path = value;
         return false;
     }
-    size_t digits = comma + 1;
-    while (digits < value.size() && isspace(static_cast<unsigned char>(value[digits])))
-        ++digits;
-    flags = strtoul(value.c_str() + digits, nullptr, 10);
+    flags = strtoul(value.c_str() + comma + 1, nullptr, 10); // blanks before it are skipped
     path = value.substr(0, comma);
     return true;
 }

@@ -59,7 +59,6 @@ int LookupMacro(CKmFrame* frame, const char* name, CString& value)
 
 void ExpandMacros(CKmFrame* frame, const char* text, CString& result)
 {
-    result.Empty();
     const MacroFacts facts = GatherFacts(frame);
     result = ExpandMacroText(
         text,
