@@ -4,6 +4,7 @@
 set(KM_SEARCH_SOURCES
   search/CaseMap.cpp
   search/FindPlan.cpp
+  search/GrepLines.cpp
   search/PatternCompile.cpp
   search/PatternMatch.cpp
   search/ReplaceAll.cpp
@@ -19,6 +20,7 @@ set(KM_CORE_SOURCES
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  tools/DateFormat.cpp
   tools/MacroText.cpp
 )
 
