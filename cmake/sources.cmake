@@ -62,8 +62,10 @@ set(KM_APP_SOURCES
   project/ProjectCommands.cpp
   project/ProjectModel.cpp
   search/FindDialog.cpp
+  search/GrepDialog.cpp
   search/SearchCommands.cpp
   search/SearchRequest.cpp
+  tools/FileDir.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
   tools/ToolList.cpp
