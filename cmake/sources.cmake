@@ -65,6 +65,7 @@ set(KM_APP_SOURCES
   project/ProjectCommands.cpp
   project/ProjectModel.cpp
   search/FindDialog.cpp
+  search/GlobalSearch.cpp
   search/GrepDialog.cpp
   search/SearchCommands.cpp
   search/SearchRequest.cpp

@@ -2,6 +2,7 @@
 
 #include "app/KmApp.h"
 #include "edit/FileUtil.h"
+#include "edit/KmFileDialog.h"
 #include "edit/Messages.h"
 #include "resources/KmIds.h"
 
