@@ -138,7 +138,25 @@ void CGrepDialog::OnDefaults()
         FocusOn(IDC_GREP_SEARCH);
 }
 
-void CGrepDialog::OnBrowse() {}
+// The picker gives a directory and names behind it, or one path; a root
+// directory keeps its backslash.
+void CGrepDialog::OnBrowse()
+{
+    CKmFileDialog dialog(true, nullptr, nullptr,
+                         OFN_FILEMUSTEXIST | OFN_ALLOWMULTISELECT | OFN_HIDEREADONLY);
+    dialog.m_ofn.hwndOwner = m_hWnd;
+    if (dialog.DoModal() != IDOK) {
+        theApp.recentFilesDirty = 1; // the dialog may have moved the current directory
+        return;
+    }
+    const CString chosen = dialog.GetPathName();
+    int split = chosen.Find(' ');
+    if (split < 0)
+        split = chosen.ReverseFind('\\');
+    SetDlgItemText(IDC_GREP_FILES, chosen.Mid(split + 1));
+    SetDlgItemText(IDC_GREP_DIR, chosen.Left(split == 2 ? 3 : split));
+    FocusOn(IDC_GREP_FILES);
+}
 
 void CGrepDialog::OnHelp()
 {

@@ -8,6 +8,7 @@
 #include "search/GrepDialog.h"
 #include "support/WinTestSupport.h"
 
+#include <dlgs.h>
 #include <map>
 #include <random>
 
@@ -170,6 +171,30 @@ TEST_F(GrepTest, ButtonsOfTheDialog)
     EXPECT_EQ(IDC_GREP_SEARCH, Focus());
     Press(IDCANCEL);
     EXPECT_EQ(nullptr, g_grepDialog);
+}
+
+// Names a file in the picker before the answerer's OK reaches it.
+LRESULT CALLBACK ChooseAFile(int code, WPARAM wParam, LPARAM lParam)
+{
+    HWND wnd = reinterpret_cast<HWND>(wParam);
+    if (code == HCBT_ACTIVATE && WindowText(wnd) == "Open")
+        ::SetDlgItemTextA(wnd, edt1, "a.c");
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(GrepTest, BrowseSplitsThePathIntoDirectoryAndFiles)
+{
+    Write("a.c", "");
+    ASSERT_TRUE(Start());
+    Command(ID_SEARCH_GREP);
+    ::SetDlgItemTextA(Dialog(), IDC_GREP_DIR, "");
+    HHOOK hook = ::SetWindowsHookExA(WH_CBT, ChooseAFile, nullptr, ::GetCurrentThreadId());
+    m_boxes.Queue({IDOK});
+    Press(IDC_GREP_BROWSE);
+    ::UnhookWindowsHookEx(hook);
+    EXPECT_EQ("a.c", WindowText(::GetDlgItem(Dialog(), IDC_GREP_FILES)));
+    EXPECT_EQ(Lower(m_dir), Lower(WindowText(::GetDlgItem(Dialog(), IDC_GREP_DIR))));
+    EXPECT_EQ(IDC_GREP_FILES, Focus());
 }
 
 } // namespace
