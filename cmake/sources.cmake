@@ -19,6 +19,8 @@ set(KM_CORE_SOURCES
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  tools/CompareEngine.cpp
+  tools/ExtractScan.cpp
   tools/MacroText.cpp
 )
 
