@@ -94,7 +94,6 @@ void CCompare::ReadCompareLine(int f, CompareInput& input)
     line->hash1 = hash1;
     line->hash2 = hash2;
     line->nextInBucket = line->next = nullptr;
-    line->discarded = false;
     const size_t kept = keep ? length : 0;
     memcpy(line->text, piece, kept);
     line->text[kept] = '\0';
@@ -109,6 +108,7 @@ void CCompare::ReadCompareLine(int f, CompareInput& input)
     (file.tail ? file.tail->next : file.head) = line;
     file.tail = line;
 
+    line->lengthClass = static_cast<unsigned char>(lengthClass);
     FindCandidates(f, line, lengthClass);
 }
 
@@ -218,24 +218,18 @@ void CCompare::WriteLines(int f, uint32_t through, const char* prefix, bool yiel
     }
 }
 
+// Lines go oldest first, so in each bucket they are the first.
 void CCompare::DiscardLines(int f, uint32_t through)
 {
     File& file = m_files[f];
-    uint32_t count = 0;
-    for (CompareLine* line = file.head; line && line->lineNumber <= through; line = line->next) {
-        line->discarded = true;
-        ++count;
-    }
-    file.pendingCount -= count;
-    for (int c = 0; c < LENGTH_CLASSES; ++c) {
-        while (file.bucketHead[c] && file.bucketHead[c]->discarded)
-            file.bucketHead[c] = file.bucketHead[c]->nextInBucket;
-        if (!file.bucketHead[c])
-            file.bucketTail[c] = nullptr;
-    }
-    while (file.head && file.head->discarded) {
+    while (file.head && file.head->lineNumber <= through) {
         CompareLine* line = file.head;
         file.head = line->next;
+        --file.pendingCount;
+        const int c = line->lengthClass;
+        file.bucketHead[c] = line->nextInBucket;
+        if (!file.bucketHead[c])
+            file.bucketTail[c] = nullptr;
         FreeLine(line);
     }
     if (!file.head)

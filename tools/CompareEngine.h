@@ -35,7 +35,7 @@ struct CompareLine {
     uint32_t lineNumber;   // of the piece, from 1
     CompareLine* nextInBucket;
     CompareLine* next;
-    bool discarded;
+    unsigned char lengthClass;
     char text[1]; // without its LF; empty when not kept
 };
 

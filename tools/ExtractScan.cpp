@@ -38,13 +38,21 @@ bool ExtractFromFile(const char* displayName, ExtractInput& input, PatternBuffer
     if (!block)
         return false;
     char* const buffer = block.get();
+    // A byte that no match can begin with is passed over without a try: any
+    // match there would be empty, and an empty match is no match.
+    const unsigned char* tr = pattern->translate;
+    const bool filter = pattern->map_valid && pattern->can_be_empty != 1;
     output.Yield();
     int remaining = input.Read(buffer, size);
     bool eof = remaining < size;
     int pos = 0;
     unsigned long offset = 0;
     while (remaining != 0) {
-        const int length = MatchPattern(pattern, buffer + pos, remaining, 0, remaining, nullptr);
+        const unsigned char byte = static_cast<unsigned char>(buffer[pos]);
+        const int length =
+            filter && !pattern->first_char_map[tr ? tr[byte] : byte]
+                ? 0
+                : MatchPattern(pattern, buffer + pos, remaining, 0, remaining, nullptr);
         if (length > 0) {
             output.Yield();
             WriteMatch(displayName, buffer + pos, length, offset, output);

@@ -38,6 +38,7 @@ struct Filter {
     explicit Filter(const char* text)
     {
         EXPECT_EQ(PATTERN_OK, CompilePattern(text, static_cast<int>(strlen(text)), &pattern));
+        BuildFirstCharMap(&pattern);
     }
     ~Filter() { free(pattern.buffer); }
     PatternBuffer pattern;
@@ -70,6 +71,7 @@ TEST(ExtractScan, RunsAndPiecesAndOffsets)
         {"abc", nullptr, ""},
         {bin + "ends", nullptr, "f.bin(0x0003): ends\r\n"},
         {"abc", "q*", ""}, // empty matches only
+        {"aqqb", "q*", "f.bin(0x0001): qq\r\n"},
         {std::string("ab\0cd", 5) + "x", "[^x]+", "f.bin(0x0000): ab\r\n"},
         {"hello", "^l", "f.bin(0x0002): l\r\nf.bin(0x0003): l\r\n"},
     };
