@@ -128,6 +128,31 @@ void CIniStore::RemoveAll()
     m_values.clear();
 }
 
+void CIniStore::BeginEnum(int section)
+{
+    m_enumSection = section;
+    m_enumStarted = false;
+}
+
+bool CIniStore::NextInSection(CString& key, CString& value)
+{
+    const std::string& name = m_sections[m_enumSection];
+    auto entry = m_enumStarted ? m_values.upper_bound(m_enumPos) : m_values.begin();
+    while (entry != m_values.end() && entry->first.compare(0, name.size(), name) != 0)
+        ++entry;
+    if (entry == m_values.end())
+        return false;
+    try {
+        m_enumPos = entry->first;
+        m_enumStarted = true;
+        key = entry->first.c_str() + entry->first.find('\\') + 1;
+        value = entry->second;
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 void CIniStore::EraseFileSection(int section, const char* path) const
 {
     ::WritePrivateProfileStringA(SectionName(section), nullptr, nullptr, path);

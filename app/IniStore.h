@@ -41,6 +41,13 @@ class CIniStore : public CObject
     void RemoveSection(int section);
     void RemoveAll();
 
+    // Walks the map in its own order, giving the entries of a section with
+    // the key cut behind the backslash. The section is told by the leading
+    // characters of the entry alone, so "Microsoft C" walks the entries of
+    // "Microsoft C++" as well.
+    void BeginEnum(int section);
+    bool NextInSection(CString& key, CString& value);
+
     // In the file only.
     void EraseFileSection(int section, const char* path) const;
     void EraseFileKey(int section, const char* key, const char* path) const;
@@ -52,4 +59,9 @@ class CIniStore : public CObject
 
     std::vector<std::string> m_sections;
     std::map<std::string, std::string> m_values;
+    int m_enumSection = 0;
+    // The last entry given: the walk goes on behind it, whatever was removed
+    // from the map in the meantime.
+    std::string m_enumPos;
+    bool m_enumStarted = false;
 };

@@ -37,6 +37,8 @@ class CKmApp : public CWinApp
     // those of the chosen environment with the templates behind them.
     bool GetProjectSetting(unsigned id, CString& value) const;
     void SetProjectSetting(unsigned id, const char* value);
+    // From the map and, with a path, from that file too.
+    void RemoveProjectString(unsigned id, const char* path);
     void GetEnvironmentSetting(unsigned id, CString& value) const;
     void SetEnvironmentSetting(const char* key, const char* value);
 

@@ -20,7 +20,9 @@ set(KM_CORE_SOURCES
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  tools/CompareEngine.cpp
   tools/DateFormat.cpp
+  tools/ExtractScan.cpp
   tools/MacroText.cpp
 )
 

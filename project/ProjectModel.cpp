@@ -33,6 +33,16 @@ void CKmApp::SetProjectSetting(unsigned id, const char* value)
     SetSetting(SECTION_PROJECT, KeyText(id), value);
 }
 
+void CKmApp::RemoveProjectString(unsigned id, const char* path)
+{
+    if (!store)
+        return;
+    const CString key = KeyText(id);
+    store->Remove(SECTION_PROJECT, key);
+    if (path)
+        store->EraseFileKey(SECTION_PROJECT, key, path);
+}
+
 // A stored value is used as it stands, a blank too; a template's blank
 // stands for the empty value that a resource string cannot hold.
 void CKmApp::GetEnvironmentSetting(unsigned id, CString& value) const
@@ -53,9 +63,8 @@ void CKmApp::SetEnvironmentSetting(const char* key, const char* value)
 // can't be entered drops the project without a message.
 void CKmApp::LoadProject(bool lookUp)
 {
-    const CString projectKey = KeyText(IDS_KEY_PROJECT);
     if (lookUp && m_strProjectDir.IsEmpty())
-        GetSetting(SECTION_PROJECT, projectKey, m_strProjectDir);
+        GetProjectSetting(IDS_KEY_PROJECT, m_strProjectDir);
     if (m_strProjectDir.IsEmpty())
         return;
     if (!ChangeDir(m_strProjectDir) || !GetFullPath("kelmar.ini", m_strProjectIni)) {
@@ -63,10 +72,9 @@ void CKmApp::LoadProject(bool lookUp)
         return;
     }
     store->RemoveSection(SECTION_SESSION);
-    store->Remove(SECTION_PROJECT, projectKey);
-    store->EraseFileKey(SECTION_PROJECT, projectKey, m_strProjectIni);
+    RemoveProjectString(IDS_KEY_PROJECT, m_strProjectIni);
     store->Load(m_strProjectIni);
-    store->SetString(SECTION_PROJECT, projectKey, m_strProjectDir);
+    SetProjectSetting(IDS_KEY_PROJECT, m_strProjectDir);
 }
 
 // An Environment that names none of the five selects the first.
@@ -86,17 +94,15 @@ void CKmApp::LoadProjectChoice()
 // only the project key for what the global file gets.
 void CKmApp::SaveProject()
 {
-    const CString projectKey = KeyText(IDS_KEY_PROJECT);
-    store->Remove(SECTION_PROJECT, projectKey);
     if (m_strProjectDir.IsEmpty()) {
-        store->EraseFileKey(SECTION_PROJECT, projectKey, iniPath);
+        RemoveProjectString(IDS_KEY_PROJECT, iniPath);
         return;
     }
-    store->EraseFileKey(SECTION_PROJECT, projectKey, m_strProjectIni);
+    RemoveProjectString(IDS_KEY_PROJECT, m_strProjectIni);
     SetProjectSetting(IDS_KEY_DEBUGBUILD, m_bDebugBuild ? "1" : "0");
     SetProjectSetting(IDS_KEY_ENVIRONMENT, store->SectionName(m_nEnvironment));
     store->EraseFileSection(SECTION_SESSION, m_strProjectIni);
     store->Save(m_strProjectIni);
     store->RemoveAll();
-    store->SetString(SECTION_PROJECT, projectKey, m_strProjectDir);
+    SetProjectSetting(IDS_KEY_PROJECT, m_strProjectDir);
 }

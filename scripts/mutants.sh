@@ -21,6 +21,10 @@ while getopts "k:l" option; do
 done
 
 faults=$(grep -v '^\s*#' "$list" | grep -v '^\s*$' | grep -F -- "$keyword" || true)
+if [ -z "$faults" ]; then
+    echo "no fault holds '$keyword'" >&2
+    exit 2
+fi
 if [ -n "$listOnly" ]; then
     echo "$faults"
     exit 0

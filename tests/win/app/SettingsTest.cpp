@@ -118,6 +118,26 @@ TEST_F(SettingsTest, KeysPastTheNameListAreNotSeenAndNotWrittenBack)
               Keys(Path("kelmar.ini"), {"Key Bindings:KeyName_____________21", "Key Bindings:K"}));
 }
 
+// A section is told by the leading characters of the entries; the walk
+// goes on past entries removed while it runs, and begins anew.
+TEST_F(SettingsTest, TheWalkOfASectionTakesEntriesThatBeginWithItsName)
+{
+    Write("kelmar.ini", "[Microsoft C]\nb=2\na=1\n[Microsoft C++]\nc=3\n[Other]\nd=4\n");
+    CIniStore store("Microsoft C\0Microsoft C++\0Other\0");
+    store.Load(Path("kelmar.ini").c_str());
+    std::string walked;
+    CString key, value;
+    for (int section : {0, 0, 2}) {
+        store.BeginEnum(section);
+        while (store.NextInSection(key, value)) {
+            walked += key.str() + "=" + value.str() + " ";
+            store.Remove(section, key);
+        }
+        walked += "| ";
+    }
+    EXPECT_EQ("c=3 a=1 b=2 | c=3 | d=4 | ", walked); // the map's order
+}
+
 TEST_F(SettingsTest, WithoutSaveSettingsOnlyRecentFilesToolsAndTheSessionAreWritten)
 {
     Write("a.c", "a\r\n");
