@@ -55,18 +55,12 @@ std::vector<CString> CFileDialog::GetPathNames() const
     return names;
 }
 
-// The platform takes the hook's own result for the file-OK message, where
-// non-zero keeps the dialog open: a handler's result goes there.
 UINT_PTR CALLBACK CFileDialog::HookProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    static const UINT fileOk = ::RegisterWindowMessageA(FILEOKSTRINGA);
-    const INT_PTR handled = DialogProc(hwnd, message, wParam, lParam, [](LPARAM init) {
+    return static_cast<UINT_PTR>(DialogProc(hwnd, message, wParam, lParam, [](LPARAM init) {
         return static_cast<CDialog*>(
             reinterpret_cast<CFileDialog*>(reinterpret_cast<OPENFILENAMEA*>(init)->lCustData));
-    });
-    if (message == fileOk && handled)
-        return static_cast<UINT_PTR>(::GetWindowLongPtrA(hwnd, DWLP_MSGRESULT));
-    return static_cast<UINT_PTR>(handled);
+    }));
 }
 
 CFontDialog::CFontDialog(const LOGFONTA& logFont, DWORD flags, HWND owner) : m_cf(), m_lf(logFont)
