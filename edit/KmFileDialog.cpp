@@ -112,7 +112,8 @@ LRESULT CKmFileDialog::OnFileOk(WPARAM, LPARAM)
             if (IsDlgButtonChecked(kFormatButtons[i]))
                 m_format = static_cast<FileFormat>(i);
     }
-    return 0;
+    // The hook's own result is the answer here, and zero accepts the name.
+    return Default();
 }
 
 // A hex window is always read-only.
