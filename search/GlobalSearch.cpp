@@ -27,8 +27,9 @@ struct GrepPattern : PatternBuffer {
 
 } // namespace
 
-CGrepFile::CGrepFile(const char* path)
-    : m_lines([this](char* buffer, size_t capacity) { return Fill(buffer, capacity); })
+CGrepFile::CGrepFile(const char* path, bool endLastLine)
+    : m_lines([this](char* buffer, size_t capacity) { return Fill(buffer, capacity); }, 65536,
+              endLastLine)
 {
     if (!Open(path, modeRead | shareDenyWrite))
         ThrowFileException(CFileException::accessDenied);

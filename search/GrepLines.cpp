@@ -32,8 +32,8 @@ size_t DropCrBeforeLf(char* data, size_t length)
 
 } // namespace
 
-TextLineReader::TextLineReader(Fill fill, size_t blockSize)
-    : m_fill(std::move(fill)), m_block(std::max<size_t>(blockSize, 2))
+TextLineReader::TextLineReader(Fill fill, size_t blockSize, bool endLastLine)
+    : m_fill(std::move(fill)), m_block(std::max<size_t>(blockSize, 2)), m_endLastLine(endLastLine)
 {
 }
 
@@ -71,7 +71,7 @@ int TextLineReader::ReadLine(char* buffer, int size)
     size_t stored = 0;
     while (stored < limit) {
         if (!Refill()) {
-            if (stored)
+            if (stored && m_endLastLine)
                 buffer[stored++] = '\n';
             break;
         }
