@@ -120,4 +120,24 @@ TEST_F(FileDialogTest, SaveAsOfAUnixFileStartsOnUnixAndWritesTheLineEndsChosen)
     EXPECT_EQ(FullLower("mac.c"), WindowText(m_frame->m_pActiveChild->m_hWnd));
 }
 
+// A multiple selection comes as a directory and names, or as one path.
+TEST_F(FileDialogTest, ASelectionOfSeveralNamesGivesTheirPaths)
+{
+    const struct {
+        const char* chosen;
+        std::vector<std::string> paths;
+    } rows[] = {
+        {"c:\\src\\a.c", {"c:\\src\\a.c"}},
+        {"c:\\src a.c b.c", {"c:\\src\\a.c", "c:\\src\\b.c"}},
+        {"c:\\ a.c", {"c:\\a.c"}},
+    };
+    for (const auto& row : rows) {
+        CKmFileDialog dialog(true, nullptr, row.chosen, OFN_ALLOWMULTISELECT);
+        std::vector<std::string> paths;
+        for (const CString& path : dialog.GetPathNames())
+            paths.push_back(path.c_str());
+        EXPECT_EQ(row.paths, paths);
+    }
+}
+
 } // namespace
