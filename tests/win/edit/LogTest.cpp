@@ -26,13 +26,15 @@ class LogTest : public EditWindowTest
     {
         return static_cast<long>(::SendMessageA(m_edit, EM_LINEINDEX, line, 0));
     }
-    // From the log in front: Ctrl+G at the line's start, or a right click.
+    // From the log in front: Ctrl+G at the line's start, or a right click
+    // on it, wherever the caret was.
     void Jump(long line, bool byKey)
     {
         ::SendMessageA(MdiClient(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(m_log->m_hWnd), 0);
-        Select(At(line), At(line));
-        if (byKey)
+        if (byKey) {
+            Select(At(line), At(line));
             return Key('G', true);
+        }
         const LRESULT at = ::SendMessageA(m_edit, EM_POSFROMCHAR, At(line), 0);
         ::SendMessageA(m_edit, WM_RBUTTONDOWN, MK_RBUTTON,
                        MAKELPARAM(LOWORD(at) + 1, HIWORD(at) + 1));
