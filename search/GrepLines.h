@@ -14,7 +14,7 @@ class TextLineReader
     // Fills buffer with up to capacity bytes of the source; 0 at its end.
     // A read failure is the callback's to throw.
     using Fill = std::function<size_t(char* buffer, size_t capacity)>;
-    explicit TextLineReader(Fill fill, size_t blockSize = 65536);
+    explicit TextLineReader(Fill fill);
 
     // Stores bytes up to and including an LF, or size - 1 bytes, and a NUL
     // behind them. A last line without an LF gets one. The number of bytes
