@@ -52,14 +52,64 @@ int OneByteOpLength(const unsigned char* op)
     }
 }
 
+// The text bytes that fold to the code byte c: c and, when folding an upper
+// case letter, its lower case.
+unsigned char Unfolded(unsigned char c, const unsigned char* tr)
+{
+    return tr && c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
+}
+
+// The high bit of each byte of w that equals a or b, and no other bit.
+uint64_t EitherBits(uint64_t w, unsigned char a, unsigned char b)
+{
+    const uint64_t ones = 0x0101010101010101ull, lows = ones * 0x7F;
+    uint64_t x = w ^ (ones * a), y = w ^ (ones * b);
+    return ~(((x & lows) + lows) | x | lows) | ~(((y & lows) + lows) | y | lows);
+}
+
+// The first of the bytes a and b in [s, end), or end. Eight bytes at a
+// time; the first byte in memory is the low byte of a word.
+const unsigned char* FindEither(const unsigned char* s, const unsigned char* end, unsigned char a,
+                                unsigned char b)
+{
+    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
+    if (a == b) {
+        const void* q = memchr(s, a, static_cast<size_t>(end - s));
+        return q ? static_cast<const unsigned char*>(q) : end;
+    }
+    for (; end - s >= 8; s += 8) {
+        uint64_t w;
+        memcpy(&w, s, sizeof w);
+        if (uint64_t bits = EitherBits(w, a, b))
+            return s + __builtin_ctzll(bits) / 8;
+    }
+    while (s < end && *s != a && *s != b)
+        s++;
+    return s;
+}
+
+// The last of the bytes a and b in [s, end), or null.
+const unsigned char* FindLastEither(const unsigned char* s, const unsigned char* end,
+                                    unsigned char a, unsigned char b)
+{
+    for (; end - s >= 8; end -= 8) {
+        uint64_t w;
+        memcpy(&w, end - 8, sizeof w);
+        if (uint64_t bits = EitherBits(w, a, b))
+            return end - 1 - __builtin_clzll(bits) / 8;
+    }
+    while (end > s && end[-1] != a && end[-1] != b)
+        end--;
+    return end > s ? end - 1 : nullptr;
+}
+
 // How many bytes from t on, up to limit, a one-byte op takes in a row.
 int OneByteRun(const unsigned char* op, const unsigned char* t, int limit, const unsigned char* tr)
 {
     int k = 0;
     switch (op[0]) {
     case OP_ANY_CHAR:
-        while (k < limit && t[k] != '\r' && t[k] != '\n')
-            k++;
+        k = static_cast<int>(FindEither(t, t + limit, '\r', '\n') - t);
         break;
     case OP_LITERAL:
         while (k < limit && (tr ? tr[t[k]] : t[k]) == op[2])
@@ -90,15 +140,20 @@ int OneByteLoopJump(const unsigned char* code, int used, int at)
     return jump + 3 + Displacement(code + jump + 1) == at ? jump : -1;
 }
 
-// A failure point: where to go on in the code and from which text position.
+// Failure points: where to go on in the code and from which text position.
 // An empty point, which failing discards, holds the complement of the code
 // position that its dummy jump entered, so that the loop can recognise it.
+// A one-byte loop pushes its points (code, text), (code, text + 1), ... as
+// one run of `count` points, the last of them the newest.
 struct FailurePoint {
     int32_t code;
     int32_t text;
+    int32_t count;
 };
 
-// Starts in local storage so that a simple match allocates nothing.
+// Starts in local storage so that a simple match allocates nothing. Sizes
+// and capacities count points, not runs, so that the stack grows and meets
+// its ceiling where one entry per point would.
 class FailureStack
 {
   public:
@@ -117,7 +172,8 @@ class FailureStack
     {
         if (m_size == m_capacity && !Grow(ceiling))
             return false;
-        m_points[m_size++] = FailurePoint{code, text};
+        m_runs[m_count++] = FailurePoint{code, text, 1};
+        m_size++;
         return true;
     }
     // Pushes (code, text), (code, text + 1), ... as `count` pushes with the
@@ -127,25 +183,37 @@ class FailureStack
         while (m_capacity - m_size < count)
             if (!Grow(true))
                 return false;
-        for (int i = 0; i < count; ++i)
-            m_points[m_size++] = FailurePoint{code, text + i};
+        m_runs[m_count++] = FailurePoint{code, text, count};
+        m_size += count;
         return true;
     }
     bool Empty() const { return m_size == 0; }
-    const FailurePoint& Top() const { return m_points[m_size - 1]; }
+    // The newest run.
+    const FailurePoint& Top() const { return m_runs[m_count - 1]; }
+    // Drops the newest point.
     void Drop()
     {
         if (m_size > 0)
-            m_size--;
+            DropAbove(Top().text + Top().count - 1);
+    }
+    // Drops the points of the newest run from `text` on.
+    void DropAbove(int text)
+    {
+        FailurePoint& top = m_runs[m_count - 1];
+        int dropped = top.text + top.count - (text > top.text ? text : top.text);
+        top.count -= dropped;
+        m_size -= dropped;
+        if (top.count == 0)
+            m_count--;
     }
     // The newest point that starts an iteration of the loop whose body
     // begins at `body` and ends at `end`: the loop's own on-failure point or
     // the empty point of the dummy jump that entered it.
     const FailurePoint* FindIteration(int body, int end) const
     {
-        for (int i = m_size - 1; i >= 0; --i)
-            if (m_points[i].code == end || m_points[i].code == ~body)
-                return &m_points[i];
+        for (int i = m_count - 1; i >= 0; --i)
+            if (m_runs[i].code == end || m_runs[i].code == ~body)
+                return &m_runs[i];
         return nullptr;
     }
 
@@ -160,15 +228,16 @@ class FailureStack
             return false;
         if (!m_heap)
             memcpy(block, m_local, sizeof m_local);
-        m_heap = m_points = static_cast<FailurePoint*>(block);
+        m_heap = m_runs = static_cast<FailurePoint*>(block);
         m_capacity *= 2;
         return true;
     }
 
     FailurePoint m_local[kLocalPoints];
-    FailurePoint* m_points = m_local;
+    FailurePoint* m_runs = m_local;
     FailurePoint* m_heap = nullptr;
-    int m_size = 0;
+    int m_count = 0; // runs
+    int m_size = 0;  // points
     int m_capacity = kLocalPoints;
 };
 
@@ -191,7 +260,7 @@ class Matcher
     bool BackReference(int group, int& d) const;
     bool LeavesLoop(int p, int target) const;
     int OneByteLoop(int at, int& p, int& d);
-    bool FailsAtOnce(const FailurePoint& point) const;
+    bool Backtrack(int& p, int& d);
     bool EmptyIteration(int target, int d) const;
     void Store(int pos, int d, MatchRegisters* regs) const;
 
@@ -286,7 +355,7 @@ bool Matcher::EmptyIteration(int target, int d) const
     int body = target + 3;
     int end = body + Displacement(m_code + target + 1);
     const FailurePoint* start = m_stack.FindIteration(body, end);
-    return start && start->code == end && start->text == d;
+    return start && start->code == end && start->text + start->count - 1 == d;
 }
 
 enum { LOOP_NOT_SIMPLE = 0, LOOP_DONE = 1 };
@@ -319,13 +388,30 @@ int Matcher::OneByteLoop(int at, int& p, int& d)
     return LOOP_DONE;
 }
 
-// A point whose code begins with a literal that the text there doesn't
-// start with would only fail again at once.
-bool Matcher::FailsAtOnce(const FailurePoint& point) const
+// Goes back to the newest failure point, passing over empty points and
+// points that would only fail again at once because their code begins with
+// a literal that the text there doesn't start with.
+bool Matcher::Backtrack(int& p, int& d)
 {
-    if (point.code >= m_used || m_code[point.code] != OP_LITERAL)
-        return false;
-    return point.text >= m_stop || Fold(m_text[point.text]) != m_code[point.code + 2];
+    while (!m_stack.Empty()) {
+        const FailurePoint& top = m_stack.Top();
+        int t = top.text + top.count - 1;
+        if (kShortcuts && top.code >= 0 && top.code < m_used && m_code[top.code] == OP_LITERAL) {
+            const unsigned char c = m_code[top.code + 2];
+            if (t >= m_stop)
+                t = m_stop - 1;
+            while (t >= top.text && Fold(m_text[t]) != c)
+                t--;
+        }
+        if (top.code >= 0 && t >= top.text) {
+            p = top.code;
+            d = t;
+            m_stack.DropAbove(t);
+            return true;
+        }
+        m_stack.DropAbove(top.text);
+    }
+    return false;
 }
 
 void Matcher::Store(int pos, int d, MatchRegisters* regs) const
@@ -440,14 +526,8 @@ int Matcher::Run(int pos, MatchRegisters* regs)
         }
         continue;
     fail:
-        while (!m_stack.Empty() &&
-               (m_stack.Top().code < 0 || (kShortcuts && FailsAtOnce(m_stack.Top()))))
-            m_stack.Drop();
-        if (m_stack.Empty())
+        if (!Backtrack(p, d))
             return MATCH_NOT_FOUND;
-        p = m_stack.Top().code;
-        d = m_stack.Top().text;
-        m_stack.Drop();
     }
 }
 
@@ -542,18 +622,28 @@ void WalkFirstChars(PatternBuffer* pb)
 
 // Finds the positions worth a try in a forward search: those whose byte
 // passes the map, less those that would fail at the first op because the
-// code starts with a literal or a line start that isn't there.
+// code starts with a literal or a line start that isn't there, or because
+// the byte that the leading ops must reach isn't there (see FindNeeded).
 class ForwardFilter
 {
   public:
-    explicit ForwardFilter(const PatternBuffer* pb);
+    ForwardFilter(const PatternBuffer* pb);
     bool Passes(unsigned char c) const { return m_pass[c] != 0; }
+    // Whether Find may be used where the map says nothing.
+    bool Reaches() const;
     // The offset from `from`, below n, of the first position worth a try;
     // n if there is none.
     int Find(const unsigned char* text, int size, int from, int n) const;
 
   private:
+    enum { kLeadOps = 8 };
+
     int FindHead(const unsigned char* text, int size, int from, int n) const;
+    int FindNeeded(const unsigned char* text, int size, int from, int n) const;
+    int FirstLongRun(const unsigned char* text, int size, int from, int end) const;
+    void AddTaken(const unsigned char* op);
+    bool Takes(unsigned char c) const { return (m_takes[c >> 6] >> (c & 63) & 1) != 0; }
+    int LastBreak(const unsigned char* text, int from, int to) const;
     bool Worth(const unsigned char* text, int size, int q) const;
 
     // The map as text bytes see it: indexed by the unsigned byte, folded
@@ -561,23 +651,37 @@ class ForwardFilter
     const unsigned char* m_pass;
     unsigned char m_folded[256];
     const unsigned char* m_tr;
+    bool m_mapSays;
     int m_single;                          // the one byte that passes, or -1
     const unsigned char* m_head = nullptr; // the literal that every match starts with
     int m_headLength = 0;
     int m_rare = 0; // index of the head's least common byte
     bool m_lineStart = false;
+    // One-byte ops and loops over one-byte bodies that the code starts
+    // with, and the byte of the literal behind them.
+    const unsigned char* m_jumps[kLeadOps]; // the back jumps of those loops
+    int m_loops = 0;
+    int m_needed = -1;
+    uint64_t m_takes[4] = {}; // the text bytes that a leading op takes, a bit each
+    int m_breaks = 0;         // how many bytes no leading op takes, if 2 or fewer
+    unsigned char m_break[2] = {};
 };
 
-// How common a byte is in program text: lower is more common.
-int Commonness(unsigned char c)
+// How common a byte is in program text: lower is more common. With folding
+// a letter is as common as the more common of its cases.
+int Commonness(unsigned char c, const unsigned char* tr)
 {
     static const char kCommon[] = " etrinsaoc\tlud\npf_h()m;,=g*bTEvSxyRkN.LA-w\"IO>C/P0D1M#<F2{}&";
     const char* at = strchr(kCommon, c);
-    return c != 0 && at ? static_cast<int>(at - kCommon) : 255;
+    int rank = c != 0 && at ? static_cast<int>(at - kCommon) : 255;
+    unsigned char other = Unfolded(c, tr);
+    int otherRank = other != c ? Commonness(other, nullptr) : rank;
+    return otherRank < rank ? otherRank : rank;
 }
 
 ForwardFilter::ForwardFilter(const PatternBuffer* pb)
-    : m_pass(pb->first_char_map), m_tr(pb->translate), m_single(pb->first_byte)
+    : m_pass(pb->first_char_map), m_tr(pb->translate), m_mapSays(pb->can_be_empty != 1),
+      m_single(pb->first_byte)
 {
     if (m_tr) {
         for (int c = 0; c < 256; ++c)
@@ -589,19 +693,98 @@ ForwardFilter::ForwardFilter(const PatternBuffer* pb)
         return;
     }
     const unsigned char* code = pb->buffer;
-    m_lineStart = pb->used >= 1 && code[0] == OP_LINE_START;
-    if (pb->used < 3 || code[0] != OP_LITERAL)
-        return;
-    m_head = code + 2;
-    m_headLength = code[1];
-    for (int i = 1; i < m_headLength && !m_tr; ++i)
-        if (Commonness(m_head[i]) > Commonness(m_head[m_rare]))
-            m_rare = i;
+    const int used = static_cast<int>(pb->used);
+    m_lineStart = used >= 1 && code[0] == OP_LINE_START;
+    if (used >= 3 && code[0] == OP_LITERAL) {
+        m_head = code + 2;
+        m_headLength = code[1];
+        for (int i = 1; i < m_headLength; ++i)
+            if (Commonness(m_head[i], m_tr) > Commonness(m_head[m_rare], m_tr))
+                m_rare = i;
+    }
+    int p = m_lineStart ? 1 : 0;
+    while (p < used && m_loops < kLeadOps) {
+        int jump = OneByteLoopJump(code, used, p);
+        if (jump >= 0) {
+            AddTaken(code + p + 3);
+            m_jumps[m_loops++] = code + jump;
+            p = jump + 3;
+        } else if (code[p] == OP_LITERAL && m_loops > 0) {
+            m_needed = p + 2 < used ? code[p + 2] : -1;
+            break;
+        } else if (int length = OneByteOpLength(code + p)) {
+            AddTaken(code + p);
+            p += length;
+        } else {
+            break;
+        }
+    }
+    for (int k = 0; k < 4 && m_needed >= 0; ++k)
+        for (uint64_t w = ~m_takes[k]; w && m_breaks <= 2; w &= w - 1)
+            if (m_breaks++ < 2)
+                m_break[m_breaks - 1] = static_cast<unsigned char>(k * 64 + __builtin_ctzll(w));
+}
+
+// Adds the text bytes that a one-byte op takes to m_takes. A set's map is
+// of folded bytes, so with folding a lower case letter is in it as its
+// upper case.
+void ForwardFilter::AddTaken(const unsigned char* op)
+{
+    uint64_t bits[4] = {};
+    auto set = [&bits](unsigned char c) { bits[c >> 6] |= uint64_t{1} << (c & 63); };
+    if (op[0] == OP_LITERAL) {
+        set(op[2]);
+        set(Unfolded(op[2], m_tr));
+    } else if (op[0] == OP_ANY_CHAR) {
+        for (uint64_t& w : bits)
+            w = ~uint64_t{0};
+        bits[0] &= ~(uint64_t{1} << '\r' | uint64_t{1} << '\n');
+    } else {
+        unsigned char map[32] = {};
+        memcpy(map, op + 2, op[1]);
+        memcpy(bits, map, sizeof bits);
+        if (op[0] == OP_CHAR_SET_NOT)
+            for (uint64_t& w : bits)
+                w = ~w;
+        // 'A' to 'Z' are bits 1 to 26 of the second word, 'a' to 'z' 32 above.
+        const uint64_t upper = uint64_t{0x7FFFFFE};
+        if (m_tr)
+            bits[1] = (bits[1] & ~(upper << 32)) | (bits[1] & upper) << 32;
+    }
+    for (int k = 0; k < 4; ++k)
+        m_takes[k] |= bits[k];
+}
+
+// The last byte in [from, to) that no leading op takes, or from - 1.
+int ForwardFilter::LastBreak(const unsigned char* text, int from, int to) const
+{
+    if (m_breaks > 2) {
+        while (to > from && Takes(text[to - 1]))
+            to--;
+        return to - 1;
+    }
+    const unsigned char* at =
+        m_breaks ? FindLastEither(text + from, text + to, m_break[0], m_break[m_breaks - 1])
+                 : nullptr;
+    return at ? static_cast<int>(at - text) : from - 1;
+}
+
+// Until a try has run them, the loops may still decide how they back up.
+bool ForwardFilter::Reaches() const
+{
+    if (m_needed < 0)
+        return false;
+    for (int i = 0; i < m_loops; ++i)
+        if (*m_jumps[i] == OP_MAYBE_FINALIZE_JUMP)
+            return false;
+    return true;
 }
 
 bool ForwardFilter::Worth(const unsigned char* text, int size, int q) const
 {
     if (m_lineStart && q != 0 && text[q - 1] != '\n')
+        return false;
+    if (m_mapSays && !m_pass[text[q]])
         return false;
     if (!m_head)
         return true;
@@ -624,20 +807,75 @@ int ForwardFilter::FindHead(const unsigned char* text, int size, int from, int n
     const unsigned char* end = text + size - (m_headLength - 1 - m_rare);
     if (last > end)
         last = end;
-    while (q < last) {
-        q = static_cast<const unsigned char*>(memchr(q, m_head[m_rare], last - q));
-        if (!q)
-            break;
-        if (memcmp(q - m_rare, m_head, m_headLength) == 0)
+    const unsigned char rare = m_head[m_rare];
+    while (q < last && (q = FindEither(q, last, rare, Unfolded(rare, m_tr))) < last) {
+        if (Worth(text, size, static_cast<int>(q - m_rare - text)))
             return static_cast<int>(q - m_rare - s);
         q++;
     }
     return n;
 }
 
+// Where the code starts with one-byte ops and loops over them, then a
+// literal (".*x", "^[ \t]*}", "[A-Z][A-Z_]*("), a try at p can match only
+// if the first byte at or after p that the literal starts with comes before
+// the first byte that none of the leading ops takes. A try that fails for
+// that fails at the literal and pushes at most one point per byte that the
+// leading ops took, plus one; as long as that fits in the local points it
+// has no effect but its result, and the positions are skipped.
+int ForwardFilter::FindNeeded(const unsigned char* text, int size, int from, int n) const
+{
+    const int last = from + n;
+    // Beyond the range a stretch without the byte ends at `cap` as though
+    // the byte stood there.
+    const int cap = size - last > kLocalPoints ? last + kLocalPoints : size;
+    const unsigned char needed = static_cast<unsigned char>(m_needed);
+    int i = from;
+    while (i < last) {
+        int q = static_cast<int>(FindEither(text + i, text + cap, needed, Unfolded(needed, m_tr)) -
+                                 text);
+        int b = q < size ? LastBreak(text, i, q) + 1 : last; // with no such byte, none matches
+        if (b > last)
+            b = last;
+        int failing = FirstLongRun(text, size, i, b);
+        if (failing < b)
+            return failing - from;
+        for (int p = b; p <= q && p < last; ++p)
+            if (Worth(text, size, p))
+                return p - from;
+        i = q + 1;
+    }
+    return n;
+}
+
+// The first position in [from, end) from which the leading ops might take
+// kLocalPoints bytes or more, so that a try there might need more points than
+// the local ones; end if there is none. Only loops that keep their points
+// need the test.
+int ForwardFilter::FirstLongRun(const unsigned char* text, int size, int from, int end) const
+{
+    bool keeping = false;
+    for (int i = 0; i < m_loops; ++i)
+        keeping = keeping || *m_jumps[i] == OP_JUMP;
+    // Usually a byte that no op takes ends the stretch within reach.
+    if (end - from <= kLocalPoints && (end == from || !Takes(text[end - 1])))
+        return end;
+    for (int j = from; keeping && j < end;) {
+        if (size - j < kLocalPoints)
+            break;
+        int m = LastBreak(text, j, j + kLocalPoints);
+        if (m < j)
+            return j;
+        j = m + 1;
+    }
+    return end;
+}
+
 int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) const
 {
-    if (m_head && !m_tr)
+    if (Reaches())
+        return FindNeeded(text, size, from, n);
+    if (m_head)
         return FindHead(text, size, from, n);
     const unsigned char* s = text + from;
     int i = 0;
@@ -721,11 +959,13 @@ int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int po
     const ForwardFilter filter(pb);
     const LeadingRun run(pb);
     for (;;) {
-        if (pos < size && pb->can_be_empty != 1) {
+        if (pos < size && (pb->can_be_empty != 1 || filter.Reaches())) {
             int n = range < size - pos ? range : size - pos;
             int i = filter.Find(text, size, pos, n);
-            if (i == n && n == range && filter.Passes(text[pos + n - 1]))
-                return MATCH_NOT_FOUND; // that byte was tried and failed last
+            // Without a map the range is all there is; with one, the last
+            // byte of the range, if it passes, was tried and failed last.
+            if (i == n && n == range && (pb->can_be_empty == 1 || filter.Passes(text[pos + n - 1])))
+                return MATCH_NOT_FOUND;
             pos += i;
             range -= i;
         }
