@@ -53,6 +53,18 @@ extern const unsigned char WordCharTable[256];
 // One compiled pattern, owned by its caller. `buffer` is a malloc block that
 // the compiler grows with realloc and keeps between compilations; the caller
 // frees it. A zeroed record is ready to compile into.
+// The one-byte ops and loops over one-byte bodies that the code starts
+// with, behind a line start, and the literal that follows them (".*x",
+// "^[ \t]*}"). Derived with the map for the forward search.
+struct PatternLead {
+    int16_t needed = -1;          // the literal's first byte; -1 for other code
+    uint8_t loops = 0;            // how many of the ops are loops, at most 8
+    uint8_t breaks = 0;           // how many bytes no op takes; 3 for more than 2
+    unsigned char broken[2] = {}; // those bytes
+    int16_t jumps[8] = {};        // where the loops' back jumps stand
+    uint64_t takes[4] = {};       // the text bytes that an op takes, a bit each
+};
+
 struct PatternBuffer {
     unsigned char* buffer = nullptr;
     uint32_t allocated = 0;
@@ -66,6 +78,7 @@ struct PatternBuffer {
     unsigned char can_be_empty = 0;
     // Derived with the map: the one text byte that passes the map, or -1.
     int16_t first_byte = -1;
+    PatternLead lead;
 };
 
 struct MatchRegisters {

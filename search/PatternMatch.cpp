@@ -398,10 +398,12 @@ bool Matcher::Backtrack(int& p, int& d)
         int t = top.text + top.count - 1;
         if (kShortcuts && top.code >= 0 && top.code < m_used && m_code[top.code] == OP_LITERAL) {
             const unsigned char c = m_code[top.code + 2];
-            if (t >= m_stop)
-                t = m_stop - 1;
-            while (t >= top.text && Fold(m_text[t]) != c)
-                t--;
+            const int end = t < m_stop ? t + 1 : m_stop;
+            const unsigned char* at =
+                top.text < end
+                    ? FindLastEither(m_text + top.text, m_text + end, c, Unfolded(c, m_tr))
+                    : nullptr;
+            t = at ? static_cast<int>(at - m_text) : top.text - 1;
         }
         if (top.code >= 0 && t >= top.text) {
             p = top.code;
@@ -620,6 +622,66 @@ void WalkFirstChars(PatternBuffer* pb)
     }
 }
 
+// Adds the text bytes that a one-byte op takes to `takes`. A set's map is
+// of folded bytes, so with folding a lower case letter is in it as its
+// upper case.
+void AddTaken(uint64_t* takes, const unsigned char* op, const unsigned char* tr)
+{
+    uint64_t bits[4] = {};
+    auto set = [&bits](unsigned char c) { bits[c >> 6] |= uint64_t{1} << (c & 63); };
+    if (op[0] == OP_LITERAL) {
+        set(op[2]);
+        set(Unfolded(op[2], tr));
+    } else if (op[0] == OP_ANY_CHAR) {
+        for (uint64_t& w : bits)
+            w = ~uint64_t{0};
+        bits[0] &= ~(uint64_t{1} << '\r' | uint64_t{1} << '\n');
+    } else {
+        unsigned char map[32] = {};
+        memcpy(map, op + 2, op[1]);
+        memcpy(bits, map, sizeof bits);
+        if (op[0] == OP_CHAR_SET_NOT)
+            for (uint64_t& w : bits)
+                w = ~w;
+        // 'A' to 'Z' are bits 1 to 26 of the second word, 'a' to 'z' 32 above.
+        const uint64_t upper = uint64_t{0x7FFFFFE};
+        if (tr)
+            bits[1] = (bits[1] & ~(upper << 32)) | (bits[1] & upper) << 32;
+    }
+    for (int k = 0; k < 4; ++k)
+        takes[k] |= bits[k];
+}
+
+void FindLead(PatternBuffer* pb)
+{
+    PatternLead& lead = pb->lead;
+    const unsigned char* code = pb->buffer;
+    const int used = static_cast<int>(pb->used);
+    const int most = static_cast<int>(sizeof lead.jumps / sizeof lead.jumps[0]);
+    int p = used >= 1 && code[0] == OP_LINE_START ? 1 : 0;
+    while (p < used && lead.loops < most) {
+        int jump = OneByteLoopJump(code, used, p);
+        if (jump >= 0) {
+            AddTaken(lead.takes, code + p + 3, pb->translate);
+            lead.jumps[lead.loops++] = static_cast<int16_t>(jump);
+            p = jump + 3;
+        } else if (code[p] == OP_LITERAL && lead.loops > 0) {
+            lead.needed = static_cast<int16_t>(p + 2 < used ? code[p + 2] : -1);
+            break;
+        } else if (int length = OneByteOpLength(code + p)) {
+            AddTaken(lead.takes, code + p, pb->translate);
+            p += length;
+        } else {
+            break;
+        }
+    }
+    for (int k = 0; k < 4; ++k)
+        for (uint64_t w = ~lead.takes[k]; w && lead.breaks <= 2; w &= w - 1)
+            if (lead.breaks++ < 2)
+                lead.broken[lead.breaks - 1] =
+                    static_cast<unsigned char>(k * 64 + __builtin_ctzll(w));
+}
+
 // Finds the positions worth a try in a forward search: those whose byte
 // passes the map, less those that would fail at the first op because the
 // code starts with a literal or a line start that isn't there, or because
@@ -636,13 +698,10 @@ class ForwardFilter
     int Find(const unsigned char* text, int size, int from, int n) const;
 
   private:
-    enum { kLeadOps = 8 };
-
     int FindHead(const unsigned char* text, int size, int from, int n) const;
     int FindNeeded(const unsigned char* text, int size, int from, int n) const;
     int FirstLongRun(const unsigned char* text, int size, int from, int end) const;
-    void AddTaken(const unsigned char* op);
-    bool Takes(unsigned char c) const { return (m_takes[c >> 6] >> (c & 63) & 1) != 0; }
+    bool Takes(unsigned char c) const { return (m_lead.takes[c >> 6] >> (c & 63) & 1) != 0; }
     int LastBreak(const unsigned char* text, int from, int to) const;
     bool Worth(const unsigned char* text, int size, int q) const;
 
@@ -657,14 +716,8 @@ class ForwardFilter
     int m_headLength = 0;
     int m_rare = 0; // index of the head's least common byte
     bool m_lineStart = false;
-    // One-byte ops and loops over one-byte bodies that the code starts
-    // with, and the byte of the literal behind them.
-    const unsigned char* m_jumps[kLeadOps]; // the back jumps of those loops
-    int m_loops = 0;
-    int m_needed = -1;
-    uint64_t m_takes[4] = {}; // the text bytes that a leading op takes, a bit each
-    int m_breaks = 0;         // how many bytes no leading op takes, if 2 or fewer
-    unsigned char m_break[2] = {};
+    const unsigned char* m_code;
+    const PatternLead& m_lead;
 };
 
 // How common a byte is in program text: lower is more common. With folding
@@ -681,7 +734,7 @@ int Commonness(unsigned char c, const unsigned char* tr)
 
 ForwardFilter::ForwardFilter(const PatternBuffer* pb)
     : m_pass(pb->first_char_map), m_tr(pb->translate), m_mapSays(pb->can_be_empty != 1),
-      m_single(pb->first_byte)
+      m_single(pb->first_byte), m_code(pb->buffer), m_lead(pb->lead)
 {
     if (m_tr) {
         for (int c = 0; c < 256; ++c)
@@ -702,80 +755,30 @@ ForwardFilter::ForwardFilter(const PatternBuffer* pb)
             if (Commonness(m_head[i], m_tr) > Commonness(m_head[m_rare], m_tr))
                 m_rare = i;
     }
-    int p = m_lineStart ? 1 : 0;
-    while (p < used && m_loops < kLeadOps) {
-        int jump = OneByteLoopJump(code, used, p);
-        if (jump >= 0) {
-            AddTaken(code + p + 3);
-            m_jumps[m_loops++] = code + jump;
-            p = jump + 3;
-        } else if (code[p] == OP_LITERAL && m_loops > 0) {
-            m_needed = p + 2 < used ? code[p + 2] : -1;
-            break;
-        } else if (int length = OneByteOpLength(code + p)) {
-            AddTaken(code + p);
-            p += length;
-        } else {
-            break;
-        }
-    }
-    for (int k = 0; k < 4 && m_needed >= 0; ++k)
-        for (uint64_t w = ~m_takes[k]; w && m_breaks <= 2; w &= w - 1)
-            if (m_breaks++ < 2)
-                m_break[m_breaks - 1] = static_cast<unsigned char>(k * 64 + __builtin_ctzll(w));
-}
-
-// Adds the text bytes that a one-byte op takes to m_takes. A set's map is
-// of folded bytes, so with folding a lower case letter is in it as its
-// upper case.
-void ForwardFilter::AddTaken(const unsigned char* op)
-{
-    uint64_t bits[4] = {};
-    auto set = [&bits](unsigned char c) { bits[c >> 6] |= uint64_t{1} << (c & 63); };
-    if (op[0] == OP_LITERAL) {
-        set(op[2]);
-        set(Unfolded(op[2], m_tr));
-    } else if (op[0] == OP_ANY_CHAR) {
-        for (uint64_t& w : bits)
-            w = ~uint64_t{0};
-        bits[0] &= ~(uint64_t{1} << '\r' | uint64_t{1} << '\n');
-    } else {
-        unsigned char map[32] = {};
-        memcpy(map, op + 2, op[1]);
-        memcpy(bits, map, sizeof bits);
-        if (op[0] == OP_CHAR_SET_NOT)
-            for (uint64_t& w : bits)
-                w = ~w;
-        // 'A' to 'Z' are bits 1 to 26 of the second word, 'a' to 'z' 32 above.
-        const uint64_t upper = uint64_t{0x7FFFFFE};
-        if (m_tr)
-            bits[1] = (bits[1] & ~(upper << 32)) | (bits[1] & upper) << 32;
-    }
-    for (int k = 0; k < 4; ++k)
-        m_takes[k] |= bits[k];
 }
 
 // The last byte in [from, to) that no leading op takes, or from - 1.
 int ForwardFilter::LastBreak(const unsigned char* text, int from, int to) const
 {
-    if (m_breaks > 2) {
+    const int breaks = m_lead.breaks;
+    if (breaks > 2) {
         while (to > from && Takes(text[to - 1]))
             to--;
         return to - 1;
     }
     const unsigned char* at =
-        m_breaks ? FindLastEither(text + from, text + to, m_break[0], m_break[m_breaks - 1])
-                 : nullptr;
+        breaks ? FindLastEither(text + from, text + to, m_lead.broken[0], m_lead.broken[breaks - 1])
+               : nullptr;
     return at ? static_cast<int>(at - text) : from - 1;
 }
 
 // Until a try has run them, the loops may still decide how they back up.
 bool ForwardFilter::Reaches() const
 {
-    if (m_needed < 0)
+    if (m_lead.needed < 0)
         return false;
-    for (int i = 0; i < m_loops; ++i)
-        if (*m_jumps[i] == OP_MAYBE_FINALIZE_JUMP)
+    for (int i = 0; i < m_lead.loops; ++i)
+        if (m_code[m_lead.jumps[i]] == OP_MAYBE_FINALIZE_JUMP)
             return false;
     return true;
 }
@@ -829,7 +832,7 @@ int ForwardFilter::FindNeeded(const unsigned char* text, int size, int from, int
     // Beyond the range a stretch without the byte ends at `cap` as though
     // the byte stood there.
     const int cap = size - last > kLocalPoints ? last + kLocalPoints : size;
-    const unsigned char needed = static_cast<unsigned char>(m_needed);
+    const unsigned char needed = static_cast<unsigned char>(m_lead.needed);
     int i = from;
     while (i < last) {
         int q = static_cast<int>(FindEither(text + i, text + cap, needed, Unfolded(needed, m_tr)) -
@@ -855,8 +858,8 @@ int ForwardFilter::FindNeeded(const unsigned char* text, int size, int from, int
 int ForwardFilter::FirstLongRun(const unsigned char* text, int size, int from, int end) const
 {
     bool keeping = false;
-    for (int i = 0; i < m_loops; ++i)
-        keeping = keeping || *m_jumps[i] == OP_JUMP;
+    for (int i = 0; i < m_lead.loops; ++i)
+        keeping = keeping || m_code[m_lead.jumps[i]] == OP_JUMP;
     // Usually a byte that no op takes ends the stretch within reach.
     if (end - from <= kLocalPoints && (end == from || !Takes(text[end - 1])))
         return end;
@@ -1027,9 +1030,12 @@ void BuildFirstCharMap(PatternBuffer* pb)
     pb->map_valid = 1;
     pb->can_be_empty = 0;
     pb->first_byte = -1;
+    pb->lead = PatternLead();
     if (!pb->buffer)
         return;
     WalkFirstChars(pb);
+    if (kShortcuts)
+        FindLead(pb);
     int passing = 0;
     for (int c = 0; c < 256 && passing < 2; ++c) {
         if (pb->first_char_map[pb->translate ? pb->translate[c] : c]) {
