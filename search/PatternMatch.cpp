@@ -67,8 +67,22 @@ uint64_t EitherBits(uint64_t w, unsigned char a, unsigned char b)
     return ~(((x & lows) + lows) | x | lows) | ~(((y & lows) + lows) | y | lows);
 }
 
-// The first of the bytes a and b in [s, end), or end. Eight bytes at a
-// time; the first byte in memory is the low byte of a word.
+// One bit for each of the 32 bytes from s on that equals a or b, the
+// first byte lowest: the high bits of EitherBits gathered by a multiply.
+uint32_t EitherMask(const unsigned char* s, unsigned char a, unsigned char b)
+{
+    uint32_t mask = 0;
+    for (int k = 0; k < 4; ++k) {
+        uint64_t w;
+        memcpy(&w, s + 8 * k, sizeof w);
+        uint64_t bits = EitherBits(w, a, b) >> 7;
+        mask |= static_cast<uint32_t>((bits * 0x0102040810204080ull) >> 56) << (8 * k);
+    }
+    return mask;
+}
+
+// The first of the bytes a and b in [s, end), or end. A block of bytes at
+// a time; the first byte in memory is the low byte of a word.
 const unsigned char* FindEither(const unsigned char* s, const unsigned char* end, unsigned char a,
                                 unsigned char b)
 {
@@ -77,26 +91,25 @@ const unsigned char* FindEither(const unsigned char* s, const unsigned char* end
         const void* q = memchr(s, a, static_cast<size_t>(end - s));
         return q ? static_cast<const unsigned char*>(q) : end;
     }
-    for (; end - s >= 8; s += 8) {
-        uint64_t w;
-        memcpy(&w, s, sizeof w);
-        if (uint64_t bits = EitherBits(w, a, b))
-            return s + __builtin_ctzll(bits) / 8;
-    }
+    for (; end - s >= 32; s += 32)
+        if (uint32_t mask = EitherMask(s, a, b))
+            return s + __builtin_ctz(mask);
     while (s < end && *s != a && *s != b)
         s++;
     return s;
 }
 
-// The last of the bytes a and b in [s, end), or null.
-const unsigned char* FindLastEither(const unsigned char* s, const unsigned char* end,
-                                    unsigned char a, unsigned char b)
+// The last of the bytes a and b in [s, end), or null. Reads whole blocks
+// as far down as `floor`.
+const unsigned char* FindLastEither(const unsigned char* floor, const unsigned char* s,
+                                    const unsigned char* end, unsigned char a, unsigned char b)
 {
-    for (; end - s >= 8; end -= 8) {
-        uint64_t w;
-        memcpy(&w, end - 8, sizeof w);
-        if (uint64_t bits = EitherBits(w, a, b))
-            return end - 1 - __builtin_clzll(bits) / 8;
+    for (; end > s && end - floor >= 32; end -= 32) {
+        uint32_t mask = EitherMask(end - 32, a, b);
+        if (end - 32 < s)
+            mask &= ~0u << (s - (end - 32));
+        if (mask)
+            return end - 1 - __builtin_clz(mask);
     }
     while (end > s && end[-1] != a && end[-1] != b)
         end--;
@@ -401,7 +414,7 @@ bool Matcher::Backtrack(int& p, int& d)
             const int end = t < m_stop ? t + 1 : m_stop;
             const unsigned char* at =
                 top.text < end
-                    ? FindLastEither(m_text + top.text, m_text + end, c, Unfolded(c, m_tr))
+                    ? FindLastEither(m_text, m_text + top.text, m_text + end, c, Unfolded(c, m_tr))
                     : nullptr;
             t = at ? static_cast<int>(at - m_text) : top.text - 1;
         }
@@ -766,9 +779,9 @@ int ForwardFilter::LastBreak(const unsigned char* text, int from, int to) const
             to--;
         return to - 1;
     }
-    const unsigned char* at =
-        breaks ? FindLastEither(text + from, text + to, m_lead.broken[0], m_lead.broken[breaks - 1])
-               : nullptr;
+    const unsigned char* at = breaks ? FindLastEither(text, text + from, text + to,
+                                                      m_lead.broken[0], m_lead.broken[breaks - 1])
+                                     : nullptr;
     return at ? static_cast<int>(at - text) : from - 1;
 }
 
@@ -860,11 +873,9 @@ int ForwardFilter::FirstLongRun(const unsigned char* text, int size, int from, i
     bool keeping = false;
     for (int i = 0; i < m_lead.loops; ++i)
         keeping = keeping || m_code[m_lead.jumps[i]] == OP_JUMP;
-    // Usually a byte that no op takes ends the stretch within reach.
-    if (end - from <= kLocalPoints && (end == from || !Takes(text[end - 1])))
-        return end;
     for (int j = from; keeping && j < end;) {
-        if (size - j < kLocalPoints)
+        // Usually a byte that no op takes ends the stretch within reach.
+        if (size - j < kLocalPoints || (end - j <= kLocalPoints && !Takes(text[end - 1])))
             break;
         int m = LastBreak(text, j, j + kLocalPoints);
         if (m < j)
