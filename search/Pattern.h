@@ -60,6 +60,7 @@ struct PatternLead {
     int16_t needed = -1;          // the literal's first byte; -1 for other code
     uint8_t loops = 0;            // how many of the ops are loops, at most 8
     uint8_t breaks = 0;           // how many bytes no op takes; 3 for more than 2
+    uint8_t alone = 0;            // 1 when the code is one loop and one literal byte
     unsigned char broken[2] = {}; // those bytes
     int16_t jumps[8] = {};        // where the loops' back jumps stand
     uint64_t takes[4] = {};       // the text bytes that an op takes, a bit each

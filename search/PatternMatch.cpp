@@ -672,18 +672,22 @@ void FindLead(PatternBuffer* pb)
     const int used = static_cast<int>(pb->used);
     const int most = static_cast<int>(sizeof lead.jumps / sizeof lead.jumps[0]);
     int p = used >= 1 && code[0] == OP_LINE_START ? 1 : 0;
+    int ops = 0;
     while (p < used && lead.loops < most) {
         int jump = OneByteLoopJump(code, used, p);
         if (jump >= 0) {
             AddTaken(lead.takes, code + p + 3, pb->translate);
             lead.jumps[lead.loops++] = static_cast<int16_t>(jump);
             p = jump + 3;
+            ops++;
         } else if (code[p] == OP_LITERAL && lead.loops > 0) {
             lead.needed = static_cast<int16_t>(p + 2 < used ? code[p + 2] : -1);
+            lead.alone = ops == 1 && p + 3 == used;
             break;
         } else if (int length = OneByteOpLength(code + p)) {
             AddTaken(lead.takes, code + p, pb->translate);
             p += length;
+            ops++;
         } else {
             break;
         }
@@ -709,6 +713,8 @@ class ForwardFilter
     // The offset from `from`, below n, of the first position worth a try;
     // n if there is none.
     int Find(const unsigned char* text, int size, int from, int n) const;
+    // Whether a try at p, which Find returned, is sure to match.
+    bool Matches(const unsigned char* text, int size, int p) const;
 
   private:
     int FindHead(const unsigned char* text, int size, int from, int n) const;
@@ -731,6 +737,7 @@ class ForwardFilter
     bool m_lineStart = false;
     const unsigned char* m_code;
     const PatternLead& m_lead;
+    mutable int m_reached = -1; // what FindNeeded returned, if it reached the byte from there
 };
 
 // How common a byte is in program text: lower is more common. With folding
@@ -846,6 +853,7 @@ int ForwardFilter::FindNeeded(const unsigned char* text, int size, int from, int
     // the byte stood there.
     const int cap = size - last > kLocalPoints ? last + kLocalPoints : size;
     const unsigned char needed = static_cast<unsigned char>(m_lead.needed);
+    m_reached = -1;
     int i = from;
     while (i < last) {
         int q = static_cast<int>(FindEither(text + i, text + cap, needed, Unfolded(needed, m_tr)) -
@@ -856,9 +864,12 @@ int ForwardFilter::FindNeeded(const unsigned char* text, int size, int from, int
         int failing = FirstLongRun(text, size, i, b);
         if (failing < b)
             return failing - from;
-        for (int p = b; p <= q && p < last; ++p)
-            if (Worth(text, size, p))
+        for (int p = b; p <= q && p < last; ++p) {
+            if (Worth(text, size, p)) {
+                m_reached = q < cap ? p : -1;
                 return p - from;
+            }
+        }
         i = q + 1;
     }
     return n;
@@ -883,6 +894,17 @@ int ForwardFilter::FirstLongRun(const unsigned char* text, int size, int from, i
         j = m + 1;
     }
     return end;
+}
+
+// Where the code is one loop and one literal byte behind it (".*x",
+// "^[ \t]*}"), a try at a position from which FindNeeded reached that byte
+// matches: the loop goes over it or stops at it and gives back the bytes it
+// took until the literal matches. Only a loop that keeps its points might
+// need more than the local ones and end otherwise.
+bool ForwardFilter::Matches(const unsigned char* text, int size, int p) const
+{
+    return m_lead.alone && m_reached == p &&
+           (m_code[m_lead.jumps[0]] == OP_FINALIZE_JUMP || FirstLongRun(text, size, p, p + 1) > p);
 }
 
 int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) const
@@ -985,6 +1007,9 @@ int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int po
         }
         if (pos == size && pb->can_be_empty == 0)
             return MATCH_NOT_FOUND;
+        // Without registers only the position counts.
+        if (!regs && filter.Matches(text, size, pos))
+            return pos;
         int length = MatchPattern(pb, reinterpret_cast<const char*>(text), size, pos, size, regs);
         if (length >= 0)
             return pos;
