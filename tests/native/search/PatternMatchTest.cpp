@@ -81,7 +81,7 @@ TEST(PatternMatch, FirstMatchAndItsLength)
         // case; the last line has no line end.
         {".*x", "x", 0, 1, 0}, {".*x", "axbxc", 0, 4, 0}, {".*X", "ab\r\ncxdx", 4, 4, 1},
         {".*x", "ab\r\nx", 4, 1, 0}, {"^[ \t]*}", "}", 0, 1, 0}, {"^[ \t]*}", "a }\r\n\t }", 5, 3, 0},
-        {"^[ \t]*}", "  a}\n", N, 0, 0}, {"[a-z]*(", "xY(", 2, 1, 0}, {"[a-z]*(", "xY(", 0, 3, 1},
+        {"^[ \t]*}", "  a}\n", N, 0, 0}, {"[a-z]*(", "xY(", 2, 1, 0}, {"[a-z]*(", "ab-xY(", 3, 3, 1},
         {"[^ ]*:", "a b:", 2, 2, 0},
         // A folded literal by its least common byte, first or last.
         {"error", "ERROR", 0, 5, 1}, {"error", "an eRrOr", 3, 5, 1}, {"error", "errorERRO", 0, 5, 1},
@@ -125,7 +125,7 @@ TEST(PatternMatch, FirstMatchAndItsLength)
 
 TEST(PatternMatch, SearchOverARangeInEitherDirection)
 {
-    const std::string mixed = "abc\r\nxyz\nq\r\nfoo", line(5000, 'a');
+    const std::string mixed = "abc\r\nxyz\nq\r\nfoo", line(5000, 'a'), blanks(200, ' ');
     const std::tuple<const char*, std::string, int, int, int, bool> rows[] = {
         // clang-format off
         // Forward: past the range only the try beyond it.
@@ -140,7 +140,7 @@ TEST(PatternMatch, SearchOverARangeInEitherDirection)
         {"[a-z][0-9]*x", "a12bx", 0, 3, 3, 0}, {"[a-z][0-9]*x", "a1cbx", 0, 3, N, 0},
         {".*x", line + "\r\nx", 0, 5003, MATCH_STACK_EXHAUSTED, 0},
         {".*x", "ab\ncdx", 0, 2, N, 0}, {".*x", "ab\ncdx", 0, 3, 3, 0}, {".*x", "abx\nx", 1, 4, 1, 0}, {"^ *}", " }\n }", 1, 4, 3, 0},
-        {"^ *}", "  }", 1, 2, N, 0}, {"error", "xxERROR", 0, 2, 2, 1}, {"error", "xxERROR", 0, 1, N, 1},
+        {"^ *}", "  }", 1, 2, N, 0}, {"[ ]*}", " a" + blanks + "b}", 0, 4, N, 0}, {"error", "xxERROR", 0, 2, 2, 1}, {"error", "xxERROR", 0, 1, N, 1},
         // Backward down to zero; from the end of the text, the end is tried
         // without a map test.
         {"a", "abc", 2, -2, 0, 0}, {"a", "abca", 3, -3, 3, 0}, {"a", "abc", 0, 0, N, 0},
