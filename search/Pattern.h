@@ -50,9 +50,6 @@ extern const unsigned char FoldTable[256];
 // 1 for digits, letters and '_'.
 extern const unsigned char WordCharTable[256];
 
-// One compiled pattern, owned by its caller. `buffer` is a malloc block that
-// the compiler grows with realloc and keeps between compilations; the caller
-// frees it. A zeroed record is ready to compile into.
 // The one-byte ops and loops over one-byte bodies that the code starts
 // with, behind a line start, and the literal that follows them (".*x",
 // "^[ \t]*}"). Derived with the map for the forward search.
@@ -66,6 +63,9 @@ struct PatternLead {
     uint64_t takes[4] = {};       // the text bytes that an op takes, a bit each
 };
 
+// One compiled pattern, owned by its caller. `buffer` is a malloc block that
+// the compiler grows with realloc and keeps between compilations; the caller
+// frees it. A zeroed record is ready to compile into.
 struct PatternBuffer {
     unsigned char* buffer = nullptr;
     uint32_t allocated = 0;

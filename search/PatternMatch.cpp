@@ -665,6 +665,8 @@ void AddTaken(uint64_t* takes, const unsigned char* op, const unsigned char* tr)
         takes[k] |= bits[k];
 }
 
+// Fills pb->lead; a line start ahead of the ops is passed over, since the
+// search takes care of it.
 void FindLead(PatternBuffer* pb)
 {
     PatternLead& lead = pb->lead;
@@ -706,7 +708,7 @@ void FindLead(PatternBuffer* pb)
 class ForwardFilter
 {
   public:
-    ForwardFilter(const PatternBuffer* pb);
+    explicit ForwardFilter(const PatternBuffer* pb);
     bool Passes(unsigned char c) const { return m_pass[c] != 0; }
     // Whether Find may be used where the map says nothing.
     bool Reaches() const;
