@@ -81,22 +81,28 @@ uint32_t EitherMask(const unsigned char* s, unsigned char a, unsigned char b)
     return mask;
 }
 
-// The first of the bytes a and b in [s, end), or end. A block of bytes at
-// a time; the first byte in memory is the low byte of a word.
-const unsigned char* FindEither(const unsigned char* s, const unsigned char* end, unsigned char a,
+// The first of two different bytes a and b in [s, end), or end. A block of
+// bytes at a time; the first byte in memory is the low byte of a word.
+const unsigned char* ScanEither(const unsigned char* s, const unsigned char* end, unsigned char a,
                                 unsigned char b)
 {
     static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
-    if (a == b) {
-        const void* q = memchr(s, a, static_cast<size_t>(end - s));
-        return q ? static_cast<const unsigned char*>(q) : end;
-    }
     for (; end - s >= 32; s += 32)
         if (uint32_t mask = EitherMask(s, a, b))
             return s + __builtin_ctz(mask);
     while (s < end && *s != a && *s != b)
         s++;
     return s;
+}
+
+// The first of the bytes a and b in [s, end), or end.
+inline const unsigned char* FindEither(const unsigned char* s, const unsigned char* end,
+                                       unsigned char a, unsigned char b)
+{
+    if (a != b)
+        return ScanEither(s, end, a, b);
+    const void* q = memchr(s, a, static_cast<size_t>(end - s));
+    return q ? static_cast<const unsigned char*>(q) : end;
 }
 
 // The last of the bytes a and b in [s, end), or null. Reads whole blocks
@@ -725,6 +731,8 @@ class ForwardFilter
     bool Takes(unsigned char c) const { return (m_lead.takes[c >> 6] >> (c & 63) & 1) != 0; }
     int LastBreak(const unsigned char* text, int from, int to) const;
     bool Worth(const unsigned char* text, int size, int q) const;
+    // Whether the head stands at `at`, with room for it.
+    bool HeadAt(const unsigned char* at) const;
 
     // The map as text bytes see it: indexed by the unsigned byte, folded
     // first when folding, forward as backward.
@@ -747,11 +755,15 @@ class ForwardFilter
 int Commonness(unsigned char c, const unsigned char* tr)
 {
     static const char kCommon[] = " etrinsaoc\tlud\npf_h()m;,=g*bTEvSxyRkN.LA-w\"IO>C/P0D1M#<F2{}&";
-    const char* at = strchr(kCommon, c);
-    int rank = c != 0 && at ? static_cast<int>(at - kCommon) : 255;
-    unsigned char other = Unfolded(c, tr);
-    int otherRank = other != c ? Commonness(other, nullptr) : rank;
-    return otherRank < rank ? otherRank : rank;
+    static const unsigned char* const kRank = [] {
+        static unsigned char rank[256];
+        memset(rank, 255, sizeof rank);
+        for (int i = 0; kCommon[i]; ++i)
+            rank[static_cast<unsigned char>(kCommon[i])] = static_cast<unsigned char>(i);
+        return rank;
+    }();
+    int rank = kRank[c], other = kRank[Unfolded(c, tr)];
+    return other < rank ? other : rank;
 }
 
 ForwardFilter::ForwardFilter(const PatternBuffer* pb)
@@ -809,16 +821,15 @@ bool ForwardFilter::Worth(const unsigned char* text, int size, int q) const
 {
     if (m_lineStart && q != 0 && text[q - 1] != '\n')
         return false;
-    if (m_mapSays && !m_pass[text[q]])
-        return false;
-    if (!m_head)
-        return true;
-    if (size - q < m_headLength)
-        return false;
+    return !m_head || (size - q >= m_headLength && HeadAt(text + q));
+}
+
+bool ForwardFilter::HeadAt(const unsigned char* at) const
+{
     if (!m_tr)
-        return memcmp(text + q, m_head, m_headLength) == 0;
+        return memcmp(at, m_head, m_headLength) == 0;
     for (int i = 0; i < m_headLength; ++i)
-        if (m_tr[text[q + i]] != m_head[i])
+        if (m_tr[at[i]] != m_head[i])
             return false;
     return true;
 }
@@ -834,7 +845,7 @@ int ForwardFilter::FindHead(const unsigned char* text, int size, int from, int n
         last = end;
     const unsigned char rare = m_head[m_rare];
     while (q < last && (q = FindEither(q, last, rare, Unfolded(rare, m_tr))) < last) {
-        if (Worth(text, size, static_cast<int>(q - m_rare - text)))
+        if (HeadAt(q - m_rare))
             return static_cast<int>(q - m_rare - s);
         q++;
     }
@@ -867,7 +878,7 @@ int ForwardFilter::FindNeeded(const unsigned char* text, int size, int from, int
         if (failing < b)
             return failing - from;
         for (int p = b; p <= q && p < last; ++p) {
-            if (Worth(text, size, p)) {
+            if ((!m_mapSays || m_pass[text[p]]) && Worth(text, size, p)) {
                 m_reached = q < cap ? p : -1;
                 return p - from;
             }
