@@ -725,8 +725,11 @@ class ForwardFilter
     bool Matches(const unsigned char* text, int size, int p) const;
 
   private:
-    int FindHead(const unsigned char* text, int size, int from, int n) const;
-    int FindNeeded(const unsigned char* text, int size, int from, int n) const;
+    // Out of line, so that the plain scan of Find stays tight.
+    __attribute__((noinline)) int FindHead(const unsigned char* text, int size, int from,
+                                           int n) const;
+    __attribute__((noinline)) int FindNeeded(const unsigned char* text, int size, int from,
+                                             int n) const;
     int FirstLongRun(const unsigned char* text, int size, int from, int end) const;
     bool Takes(unsigned char c) const { return (m_lead.takes[c >> 6] >> (c & 63) & 1) != 0; }
     int LastBreak(const unsigned char* text, int from, int to) const;
