@@ -328,10 +328,8 @@ void CKmFrame::OnFileNew()
 void CKmFrame::OnFileOpen()
 {
     CKmFileDialog dialog(true, nullptr, nullptr, OFN_ALLOWMULTISELECT | KFD_SHOWHEX);
-    if (dialog.DoModal() != IDOK) {
-        theApp.recentFilesDirty = 1; // the dialog may have changed directory
+    if (dialog.DoModal() != IDOK)
         return;
-    }
     BeginBusy(true);
     for (const CString& path : dialog.GetPathNames())
         OpenFile(path, dialog.m_readOnly != 0, dialog.m_hex != 0);

@@ -44,7 +44,8 @@ CKmFileDialog::CKmFileDialog(bool open, const char* defaultExtension, const char
                 m_filter.SetAt(i, '\0');
                 ++count;
             }
-        // The count is twice the number of types: a rough bound, as it was.
+        // The count is twice the number of types, so this bound is rough: an
+        // index past the last type can pass, and the platform shows the first.
         if (g_lastFilter >= count)
             g_lastFilter = 0;
         m_ofn.nFilterIndex = g_lastFilter;
@@ -80,6 +81,8 @@ INT_PTR CKmFileDialog::DoModal()
     const INT_PTR result = CFileDialog::DoModal();
     if (result == IDOK)
         g_lastFilter = m_ofn.nFilterIndex;
+    else
+        theApp.recentFilesDirty = 1; // the dialog may have changed directory
     return result;
 }
 

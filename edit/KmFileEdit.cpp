@@ -309,10 +309,8 @@ bool CKmFileEdit::AskSaveAsName()
         extension.Empty();
     CKmFileDialog dialog(false, extension, title, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT);
     dialog.SetFormat(m_format);
-    if (dialog.DoModal() != IDOK) {
-        theApp.recentFilesDirty = 1;
+    if (dialog.DoModal() != IDOK)
         return false;
-    }
     CString chosen = dialog.GetPathName();
     chosen.MakeLower();
     CString old;

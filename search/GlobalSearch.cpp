@@ -28,8 +28,7 @@ struct GrepPattern : PatternBuffer {
 } // namespace
 
 CGrepFile::CGrepFile(const char* path, bool endLastLine)
-    : m_lines([this](char* buffer, size_t capacity) { return Fill(buffer, capacity); }, 65536,
-              endLastLine)
+    : m_lines([this](char* buffer, size_t capacity) { return Fill(buffer, capacity); }, endLastLine)
 {
     if (!Open(path, modeRead | shareDenyWrite))
         ThrowFileException(CFileException::accessDenied);

@@ -145,10 +145,8 @@ void CGrepDialog::OnBrowse()
     CKmFileDialog dialog(true, nullptr, nullptr,
                          OFN_FILEMUSTEXIST | OFN_ALLOWMULTISELECT | OFN_HIDEREADONLY);
     dialog.m_ofn.hwndOwner = m_hWnd;
-    if (dialog.DoModal() != IDOK) {
-        theApp.recentFilesDirty = 1; // the dialog may have moved the current directory
+    if (dialog.DoModal() != IDOK)
         return;
-    }
     const CString chosen = dialog.GetPathName();
     int split = chosen.Find(' ');
     if (split < 0)

@@ -8,6 +8,7 @@ namespace
 {
 
 const char kEndOfText = 0x1A; // Ctrl-Z
+const size_t kBlockSize = 65536;
 
 // Drops each CR that an LF follows; the new length.
 size_t DropCrBeforeLf(char* data, size_t length)
@@ -32,8 +33,8 @@ size_t DropCrBeforeLf(char* data, size_t length)
 
 } // namespace
 
-TextLineReader::TextLineReader(Fill fill, size_t blockSize, bool endLastLine)
-    : m_fill(std::move(fill)), m_block(std::max<size_t>(blockSize, 2)), m_endLastLine(endLastLine)
+TextLineReader::TextLineReader(Fill fill, bool endLastLine)
+    : m_fill(std::move(fill)), m_block(kBlockSize), m_endLastLine(endLastLine)
 {
 }
 

@@ -16,7 +16,7 @@ class TextLineReader
     using Fill = std::function<size_t(char* buffer, size_t capacity)>;
     // endLastLine: a last line without an LF gets one (the global search's
     // reading), or comes as it is (the runtime's fgets).
-    explicit TextLineReader(Fill fill, size_t blockSize = 65536, bool endLastLine = true);
+    explicit TextLineReader(Fill fill, bool endLastLine = true);
 
     // Stores bytes up to and including an LF, or size - 1 bytes, and a NUL
     // behind them. A last line without an LF gets one. The number of bytes

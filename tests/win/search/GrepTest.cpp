@@ -1,9 +1,7 @@
 // The global search over real files: a generated tree searched through the
-// dialog, each log line checked against a count made by a plain reading of
-// the files; the boxes of a fruitless search, a bad pattern and a bad
-// directory; the dialog's buttons.
+// dialog and checked against a plain reading of the files; the dialog's
+// fields, buttons and boxes.
 #include "app/KmApp.h"
-#include "edit/KmLog.h"
 #include "resources/KmIds.h"
 #include "search/GrepDialog.h"
 #include "support/WinTestSupport.h"
@@ -11,6 +9,7 @@
 #include <dlgs.h>
 #include <map>
 #include <random>
+#include <sstream>
 
 using namespace kmtest;
 
@@ -20,29 +19,28 @@ namespace
 class GrepTest : public FrameTest
 {
   protected:
-    HWND Dialog() const { return g_grepDialog ? g_grepDialog->m_hWnd : nullptr; }
+    HWND Item(int id) const { return g_grepDialog ? ::GetDlgItem(*g_grepDialog, id) : nullptr; }
+    std::string Field(int id) const { return WindowText(Item(id)); }
     void Press(int button)
     {
-        ::SendMessageA(Dialog(), WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                       reinterpret_cast<LPARAM>(::GetDlgItem(Dialog(), button)));
+        ::SendMessageA(::GetParent(Item(button)), WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                       reinterpret_cast<LPARAM>(Item(button)));
         PumpUntilIdle();
     }
     void Search(const std::string& search, const std::string& files, const std::string& dir,
                 bool listLines = true)
     {
-        ::SetDlgItemTextA(Dialog(), IDC_GREP_SEARCH, search.c_str());
-        ::SetDlgItemTextA(Dialog(), IDC_GREP_FILES, files.c_str());
-        ::SetDlgItemTextA(Dialog(), IDC_GREP_DIR, dir.c_str());
-        ::CheckDlgButton(Dialog(), IDC_GREP_LISTLINES, listLines ? BST_CHECKED : BST_UNCHECKED);
+        ::SetWindowTextA(Item(IDC_GREP_SEARCH), search.c_str());
+        ::SetWindowTextA(Item(IDC_GREP_FILES), files.c_str());
+        ::SetWindowTextA(Item(IDC_GREP_DIR), dir.c_str());
+        ::SendMessageA(Item(IDC_GREP_LISTLINES), BM_SETCHECK, listLines, 0);
         Press(IDOK);
     }
     // The text of the search's log, which closes then; "<none>" without it.
     std::string TakeLog(const std::string& search)
     {
         HWND log = ChildByCaption("GREP " + search);
-        if (!log)
-            return "<none>";
-        const std::string text = EditBlock(::GetDlgItem(log, IDC_EDIT));
+        const std::string text = log ? EditBlock(::GetDlgItem(log, IDC_EDIT)) : "<none>";
         ::SendMessageA(log, WM_CLOSE, 0, 0);
         PumpUntilIdle();
         return text;
@@ -50,24 +48,19 @@ class GrepTest : public FrameTest
     int Focus() const { return ::GetDlgCtrlID(::GetFocus()); }
 };
 
-// What a plain reading finds: the text up to a Ctrl-Z, lines ended by LF
-// with a CR before it dropped, and every line that holds the word.
-std::vector<std::pair<int, std::string>> Hits(std::string text, const char* word)
+// What a plain reading finds: the lines before a Ctrl-Z, without the CR of
+// a CR LF, that hold the word.
+std::vector<std::pair<int, std::string>> Hits(const std::string& text, const char* word)
 {
-    text = text.substr(0, text.find('\x1A'));
     std::vector<std::pair<int, std::string>> hits;
+    std::istringstream in(text.substr(0, text.find('\x1A')));
     int number = 0;
-    for (size_t at = 0; word && at < text.size();) {
-        size_t end = text.find('\n', at);
-        if (end == std::string::npos)
-            end = text.size();
-        std::string line = text.substr(at, end - at);
+    for (std::string line; word && std::getline(in, line);) {
         if (!line.empty() && line.back() == '\r')
             line.pop_back();
         ++number;
         if (line.find(word) != std::string::npos)
             hits.emplace_back(number, line);
-        at = end + 1;
     }
     return hits;
 }
@@ -85,8 +78,7 @@ TEST_F(GrepTest, TreeSearchedLineByLineAsAPlainReadingFindsIt)
         if (i % 10 == 0)
             text += "last needle"; // no line end
         if (i % 25 == 0)
-            text += "\x1A"
-                    "needle after the end\n";
+            text += "\032needle after the end\n";
         Write(name, text);
         searched[Lower(name)] = text;
     }
@@ -123,12 +115,29 @@ TEST_F(GrepTest, TreeSearchedLineByLineAsAPlainReadingFindsIt)
     }
 }
 
-// The field at fault has the focus after the box; the dialog stays.
-TEST_F(GrepTest, BadPatternAndBadDirectoryAreToldOverTheDialog)
+// Names a file in the picker before the answerer's OK reaches it.
+LRESULT CALLBACK ChooseAFile(int code, WPARAM wParam, LPARAM lParam)
+{
+    HWND wnd = reinterpret_cast<HWND>(wParam);
+    if (code == HCBT_ACTIVATE && WindowText(wnd) == "Open")
+        ::SetDlgItemTextA(wnd, edt1, "a.c");
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(GrepTest, FieldsButtonsAndBoxesOfTheDialog)
 {
     Write("a.c", "text\n");
     ASSERT_TRUE(Start());
     Command(ID_SEARCH_GREP);
+    EXPECT_EQ(Lower(m_dir), Field(IDC_GREP_DIR));
+    // OK waits for a pattern and a file list.
+    const std::pair<const char*, const char*> fields[] = {{"x", ""}, {"", "*.c"}, {"x", "*.c"}};
+    for (const auto& row : fields) {
+        ::SetWindowTextA(Item(IDC_GREP_SEARCH), row.first);
+        ::SetWindowTextA(Item(IDC_GREP_FILES), row.second);
+        EXPECT_EQ(*row.first && *row.second, ::IsWindowEnabled(Item(IDOK)) != FALSE);
+    }
+    // The field at fault has the focus after its box, and the dialog stays.
     const struct {
         std::string search, dir, box;
         int focus;
@@ -145,56 +154,23 @@ TEST_F(GrepTest, BadPatternAndBadDirectoryAreToldOverTheDialog)
         EXPECT_EQ("<none>", TakeLog(row.search));
         m_boxes.Clear();
     }
-}
-
-// OK waits for a pattern and a file list; Defaults brings the project's
-// list and keeps the pattern; Cancel ends the dialog.
-TEST_F(GrepTest, ButtonsOfTheDialog)
-{
-    ASSERT_TRUE(Start());
-    Command(ID_SEARCH_GREP);
-    HWND ok = ::GetDlgItem(Dialog(), IDOK);
-    EXPECT_EQ(Lower(m_dir), WindowText(::GetDlgItem(Dialog(), IDC_GREP_DIR)));
-    const struct {
-        const char *search, *files;
-        bool enabled;
-    } rows[] = {{"x", "", false}, {"", "*.c", false}, {"x", "*.c", true}};
-    for (const auto& row : rows) {
-        ::SetDlgItemTextA(Dialog(), IDC_GREP_SEARCH, row.search);
-        ::SetDlgItemTextA(Dialog(), IDC_GREP_FILES, row.files);
-        EXPECT_EQ(row.enabled, ::IsWindowEnabled(ok) != FALSE) << row.search << row.files;
-    }
-    theApp.SetEnvironmentSetting("GrepFiles", "*.cpp *.rc");
-    Press(IDC_GREP_DEFAULTS);
-    EXPECT_EQ("*.cpp *.rc", WindowText(::GetDlgItem(Dialog(), IDC_GREP_FILES)));
-    EXPECT_EQ("x", WindowText(::GetDlgItem(Dialog(), IDC_GREP_SEARCH)));
-    EXPECT_EQ(IDC_GREP_SEARCH, Focus());
-    Press(IDCANCEL);
-    EXPECT_EQ(nullptr, g_grepDialog);
-}
-
-// Names a file in the picker before the answerer's OK reaches it.
-LRESULT CALLBACK ChooseAFile(int code, WPARAM wParam, LPARAM lParam)
-{
-    HWND wnd = reinterpret_cast<HWND>(wParam);
-    if (code == HCBT_ACTIVATE && WindowText(wnd) == "Open")
-        ::SetDlgItemTextA(wnd, edt1, "a.c");
-    return ::CallNextHookEx(nullptr, code, wParam, lParam);
-}
-
-TEST_F(GrepTest, BrowseSplitsThePathIntoDirectoryAndFiles)
-{
-    Write("a.c", "");
-    ASSERT_TRUE(Start());
-    Command(ID_SEARCH_GREP);
-    ::SetDlgItemTextA(Dialog(), IDC_GREP_DIR, "");
+    // Browse puts the chosen file's directory and name into the fields.
+    ::SetWindowTextA(Item(IDC_GREP_DIR), "");
     HHOOK hook = ::SetWindowsHookExA(WH_CBT, ChooseAFile, nullptr, ::GetCurrentThreadId());
     m_boxes.Queue({IDOK});
     Press(IDC_GREP_BROWSE);
     ::UnhookWindowsHookEx(hook);
-    EXPECT_EQ("a.c", WindowText(::GetDlgItem(Dialog(), IDC_GREP_FILES)));
-    EXPECT_EQ(Lower(m_dir), Lower(WindowText(::GetDlgItem(Dialog(), IDC_GREP_DIR))));
+    EXPECT_EQ("a.c", Field(IDC_GREP_FILES));
+    EXPECT_EQ(Lower(m_dir), Lower(Field(IDC_GREP_DIR)));
     EXPECT_EQ(IDC_GREP_FILES, Focus());
+    // Defaults brings the project's list and keeps the pattern; Cancel ends.
+    theApp.SetEnvironmentSetting("GrepFiles", "*.cpp *.rc");
+    Press(IDC_GREP_DEFAULTS);
+    EXPECT_EQ("*.cpp *.rc", Field(IDC_GREP_FILES));
+    EXPECT_EQ("text", Field(IDC_GREP_SEARCH));
+    EXPECT_EQ(IDC_GREP_SEARCH, Focus());
+    Press(IDCANCEL);
+    EXPECT_EQ(nullptr, g_grepDialog);
 }
 
 } // namespace

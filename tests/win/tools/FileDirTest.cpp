@@ -8,9 +8,7 @@ using namespace kmtest;
 namespace
 {
 
-class FileDirTest : public FrameTest
-{
-};
+using FileDirTest = FrameTest;
 
 TEST_F(FileDirTest, SpecificationsBecomeSortedFullPaths)
 {
@@ -31,7 +29,6 @@ TEST_F(FileDirTest, SpecificationsBecomeSortedFullPaths)
         {"NoFile.c x.h", nullptr, {here + "x.h", "nofile.c"}},
         {"sub", nullptr, {}},
         {"SUB *.C", nullptr, {here + "sub\\inner.c"}},
-        {"", "  ", {}},
     };
     for (const auto& row : rows) {
         CFileDir files;
