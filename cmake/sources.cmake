@@ -72,9 +72,12 @@ set(KM_APP_SOURCES
   search/SearchCommands.cpp
   search/SearchRequest.cpp
   tools/FileDir.cpp
+  tools/CompareTool.cpp
+  tools/ExtractTool.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
   tools/ToolList.cpp
+  tools/YieldDialog.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
   ui/UiCommands.cpp

@@ -15,6 +15,21 @@ bool CDialog::Create(UINT templateId, HWND parent)
                                 &CDialog::StdDlgProc, reinterpret_cast<LPARAM>(this)) != nullptr;
 }
 
+void CDialog::CentreOver(HWND parent)
+{
+    RECT own, over;
+    ::GetWindowRect(m_hWnd, &own);
+    ::GetWindowRect(parent, &over);
+    const int dx = ((over.right - over.left) - (own.right - own.left)) / 2;
+    const int dy = ((over.bottom - over.top) - (own.bottom - own.top)) / 2;
+    int x = over.left + ((dx + 4) & ~7), y = over.top + dy;
+    if (x < 0)
+        x = 6;
+    if (y < 0)
+        y = 18;
+    ::SetWindowPos(m_hWnd, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 bool CDialog::PreTranslateMessage(MSG* msg)
 {
     return ::IsDialogMessageA(m_hWnd, msg) != FALSE;

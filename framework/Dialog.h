@@ -13,6 +13,10 @@ class CDialog : public CWnd
     // Makes a modeless dialog from a template; false if it could not be
     // made.
     bool Create(UINT templateId, HWND parent);
+    // Centres the dialog over parent, its left edge on a multiple of eight
+    // pixels; an edge that would lie off the screen's top left goes to 6
+    // across and 18 down.
+    void CentreOver(HWND parent);
     // Lets a modeless dialog have its Tab, Return and Escape keys.
     bool PreTranslateMessage(MSG* msg) override;
 

@@ -19,6 +19,15 @@ CFileDialog::CFileDialog(bool open, const char* defaultExtension, const char* fi
         m_ofn.lpstrDefExt = m_defaultExtension;
 }
 
+void CFileDialog::SetFilter(const char* pairs)
+{
+    m_filterPairs = pairs;
+    for (int i = 0; i < m_filterPairs.GetLength(); ++i)
+        if (m_filterPairs[i] == '|')
+            m_filterPairs.SetAt(i, '\0');
+    m_ofn.lpstrFilter = m_filterPairs.c_str();
+}
+
 INT_PTR CFileDialog::DoModal()
 {
     m_ofn.Flags |= OFN_ENABLEHOOK;

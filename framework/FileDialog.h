@@ -17,6 +17,8 @@ class CFileDialog : public CDialog
     // IDOK or IDCANCEL.
     INT_PTR DoModal();
     CString GetPathName() const { return m_ofn.lpstrFile; }
+    // The file types as "text|pattern|" pairs.
+    void SetFilter(const char* pairs);
     // The chosen files as paths. With multiple selection the platform's
     // dialog without the explorer look gives a directory and names
     // separated by blanks, or one path.
@@ -30,6 +32,7 @@ class CFileDialog : public CDialog
   private:
     static UINT_PTR CALLBACK HookProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
     CString m_defaultExtension;
+    CString m_filterPairs;
     char m_fileName[MAX_PATH];
 };
 

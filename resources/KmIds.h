@@ -25,6 +25,18 @@
 #define IDC_GREP_LISTLINES 376
 #define IDC_GREP_DEFAULTS 377
 #define IDC_GREP_BROWSE 378
+#define IDD_COMPARE 380
+#define IDC_COMPARE_DIR 381
+#define IDC_COMPARE_FIRST 382
+#define IDC_COMPARE_SECOND 383
+#define IDC_COMPARE_BROWSE 384
+#define IDD_YIELD 390
+#define IDC_YIELD_TEXT 221
+#define IDD_EXTRACT 460
+#define IDC_EXTRACT_DIR 461
+#define IDC_EXTRACT_FILES 462
+#define IDC_EXTRACT_PATTERN 463
+#define IDC_EXTRACT_BROWSE 464
 #define IDD_REPLACE 1541
 #define IDC_SCOPE 1542
 /* The file dialogs' own controls, beside the platform's; the templates are

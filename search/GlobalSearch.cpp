@@ -27,8 +27,8 @@ struct GrepPattern : PatternBuffer {
 
 } // namespace
 
-CGrepFile::CGrepFile(const char* path)
-    : m_lines([this](char* buffer, size_t capacity) { return Fill(buffer, capacity); })
+CGrepFile::CGrepFile(const char* path, bool endLastLine)
+    : m_lines([this](char* buffer, size_t capacity) { return Fill(buffer, capacity); }, endLastLine)
 {
     if (!Open(path, modeRead | shareDenyWrite))
         ThrowFileException(CFileException::accessDenied);

@@ -14,7 +14,8 @@ class CGrepFile : public CFile
 {
     DECLARE_DYNAMIC(CGrepFile)
   public:
-    explicit CGrepFile(const char* path);
+    // endLastLine as for TextLineReader.
+    explicit CGrepFile(const char* path, bool endLastLine = true);
     void Close();
     TextLineReader& Lines() { return m_lines; }
 

@@ -33,7 +33,10 @@ size_t DropCrBeforeLf(char* data, size_t length)
 
 } // namespace
 
-TextLineReader::TextLineReader(Fill fill) : m_fill(std::move(fill)), m_block(kBlockSize) {}
+TextLineReader::TextLineReader(Fill fill, bool endLastLine)
+    : m_fill(std::move(fill)), m_block(kBlockSize), m_endLastLine(endLastLine)
+{
+}
 
 bool TextLineReader::Refill()
 {
@@ -69,7 +72,7 @@ int TextLineReader::ReadLine(char* buffer, int size)
     size_t stored = 0;
     while (stored < limit) {
         if (!Refill()) {
-            if (stored)
+            if (stored && m_endLastLine)
                 buffer[stored++] = '\n';
             break;
         }

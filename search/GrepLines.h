@@ -14,7 +14,9 @@ class TextLineReader
     // Fills buffer with up to capacity bytes of the source; 0 at its end.
     // A read failure is the callback's to throw.
     using Fill = std::function<size_t(char* buffer, size_t capacity)>;
-    explicit TextLineReader(Fill fill);
+    // endLastLine: a last line without an LF gets one (the global search's
+    // reading), or comes as it is (the runtime's fgets).
+    explicit TextLineReader(Fill fill, bool endLastLine = true);
 
     // Stores bytes up to and including an LF, or size - 1 bytes, and a NUL
     // behind them. A last line without an LF gets one. The number of bytes
@@ -31,6 +33,7 @@ class TextLineReader
     size_t m_end = 0;
     bool m_heldCr = false; // a CR ended the last block: its LF may come next
     bool m_atEnd = false;  // the source ended, or a Ctrl-Z did
+    bool m_endLastLine;
 };
 
 // The size of the line buffer of the global search.

@@ -155,7 +155,7 @@ void CCompare::ReportDifference(uint32_t run, uint32_t line0, uint32_t line1)
     if (deleted >= 1 || added >= 1) {
         if (m_mode == MODE_SCRIPT)
             WriteScript(deleted, added, line1 - run);
-        else if (m_output.Yield()) {
+        else if (m_output.Poll()) {
             WriteHeader(deleted, added);
             if (deleted > 0) {
                 WriteLines(0, line0 - run, "< ", true);
@@ -212,7 +212,7 @@ void CCompare::WriteLines(int f, uint32_t through, const char* prefix, bool yiel
     int written = 0;
     for (const CompareLine* line = m_files[f].head; line && line->lineNumber <= through;
          line = line->next, ++written) {
-        if (yield && written % 6 == 0 && !m_output.Yield())
+        if (yield && written % 6 == 0 && !m_output.Poll())
             return;
         m_output.Write(prefix + std::string(line->text) + "\r\n");
     }

@@ -18,7 +18,7 @@ class CompareInput
     virtual bool ReadPiece(char* buffer, int size) = 0;
 };
 
-// Where the listing goes. Yield keeps the user interface alive; false
+// Where the listing goes. Poll keeps the user interface alive; false
 // stops the writing of the difference at hand, and a cancel may leave as an
 // exception, which the compare lets through after freeing nothing it still
 // needs (its destructor frees the lines).
@@ -26,7 +26,7 @@ class CompareOutput
 {
   public:
     virtual ~CompareOutput() = default;
-    virtual bool Yield() = 0;
+    virtual bool Poll() = 0;
     virtual void Write(const std::string& line) = 0;
 };
 

@@ -42,7 +42,7 @@ bool ExtractFromFile(const char* displayName, ExtractInput& input, PatternBuffer
     // match there would be empty, and an empty match is no match.
     const unsigned char* tr = pattern->translate;
     const bool filter = pattern->map_valid && pattern->can_be_empty != 1;
-    output.Yield();
+    output.Poll();
     int remaining = input.Read(buffer, size);
     bool eof = remaining < size;
     int pos = 0;
@@ -54,7 +54,7 @@ bool ExtractFromFile(const char* displayName, ExtractInput& input, PatternBuffer
                 ? 0
                 : MatchPattern(pattern, buffer + pos, remaining, 0, remaining, nullptr);
         if (length > 0) {
-            output.Yield();
+            output.Poll();
             WriteMatch(displayName, buffer + pos, length, offset, output);
             pos += length;
             remaining -= length;
@@ -64,7 +64,7 @@ bool ExtractFromFile(const char* displayName, ExtractInput& input, PatternBuffer
             --remaining;
         }
         if (!eof && remaining <= EXTRACT_MARGIN) {
-            output.Yield();
+            output.Poll();
             memmove(buffer, buffer + EXTRACT_WINDOW, EXTRACT_MARGIN);
             pos -= EXTRACT_WINDOW;
             const int count = input.Read(buffer + EXTRACT_MARGIN, EXTRACT_WINDOW);

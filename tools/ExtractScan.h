@@ -21,7 +21,7 @@ class ExtractOutput
   public:
     virtual ~ExtractOutput() = default;
     // Keeps the user interface alive; a cancel leaves as an exception.
-    virtual void Yield() = 0;
+    virtual void Poll() = 0;
     virtual void Write(const std::string& line) = 0;
 };
 

@@ -54,7 +54,7 @@ class StreamInput : public CompareInput, public ExtractInput
 class CountingSink : public CompareOutput
 {
   public:
-    bool Yield() override { return true; }
+    bool Poll() override { return true; }
     void Write(const std::string& line) override { bytes += line.size(); }
     size_t bytes = 0;
 };
@@ -62,7 +62,7 @@ class CountingSink : public CompareOutput
 class ExtractSink : public ExtractOutput
 {
   public:
-    void Yield() override {}
+    void Poll() override {}
     void Write(const std::string& line) override { bytes += line.size(); }
     size_t bytes = 0;
 };

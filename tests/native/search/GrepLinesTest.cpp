@@ -22,9 +22,9 @@ TextLineReader::Fill Source(const std::string& text, size_t chunk)
     };
 }
 
-std::vector<std::string> Lines(const std::string& text, size_t chunk)
+std::vector<std::string> Lines(const std::string& text, size_t chunk, bool endLastLine = true)
 {
-    TextLineReader reader(Source(text, chunk));
+    TextLineReader reader(Source(text, chunk), endLastLine);
     std::vector<std::string> lines;
     char buffer[kGrepLineSize];
     while (int length = reader.ReadLine(buffer, sizeof buffer))
@@ -54,6 +54,8 @@ TEST(GrepLines, TextModeLinesInAnyCutOfTheSource)
         for (size_t chunk : {1, 2, 3, 4096})
             EXPECT_EQ(row.lines, Lines(row.text, chunk))
                 << testing::PrintToString(row.text) << " chunk " << chunk;
+    // As fgets reads: the last line as it stands.
+    EXPECT_EQ((std::vector<std::string>{"a\n", "b"}), Lines("a\r\nb", 1, false));
 }
 
 TEST(GrepLines, HitsWithTheirLineNumbers)

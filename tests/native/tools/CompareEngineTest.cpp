@@ -40,7 +40,7 @@ class TextInput : public CompareInput, public ExtractInput
 class Listing : public CompareOutput
 {
   public:
-    bool Yield() override { return ++yields != stopAt; }
+    bool Poll() override { return ++yields != stopAt; }
     void Write(const std::string& line) override { text += line; }
     std::string text;
     int yields = 0, stopAt = -1;
@@ -189,7 +189,7 @@ TEST(CompareEngine, YieldsCancelsAndAnEmptyHeap)
               out.text);
 
     struct Cancelling : Listing {
-        bool Yield() override { throw 7; }
+        bool Poll() override { throw 7; }
     } cancelling;
     struct NoHeap : CCompare {
         using CCompare::CCompare;
@@ -203,7 +203,7 @@ TEST(CompareEngine, YieldsCancelsAndAnEmptyHeap)
 class Extracted : public ExtractOutput
 {
   public:
-    void Yield() override { ++yields; }
+    void Poll() override { ++yields; }
     void Write(const std::string& line) override { text += line; }
     std::string text;
     int yields = 0;

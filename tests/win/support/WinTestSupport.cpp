@@ -107,9 +107,13 @@ void BoxAnswerer::Answer(HWND box)
         if (::GetDlgItem(box, kind.first))
             seen.buttons += kind.second;
     if (!m_queue.empty()) {
-        seen.pressed = m_queue.front();
+        seen.pressed = m_queue.front().first;
+        if (m_queue.front().second)
+            m_queue.front().second(box);
         m_queue.pop_front();
-        seen.expected = ::GetDlgItem(box, seen.pressed) != nullptr;
+        seen.expected = seen.pressed == kLeaveOpen || ::GetDlgItem(box, seen.pressed) != nullptr;
+        if (seen.pressed == kLeaveOpen)
+            return m_boxes.push_back(seen);
     }
     for (auto id = m_order.begin(); !seen.expected && id != m_order.end(); ++id)
         if (::GetDlgItem(box, (seen.pressed = *id)))

@@ -48,7 +48,15 @@ class BoxAnswerer
     BoxAnswerer(const BoxAnswerer&) = delete;
     BoxAnswerer& operator=(const BoxAnswerer&) = delete;
 
-    void Queue(std::initializer_list<int> buttons) { m_queue.insert(m_queue.end(), buttons); }
+    void Queue(std::initializer_list<int> buttons)
+    {
+        for (int button : buttons)
+            m_queue.push_back({button, nullptr});
+    }
+    // Queued for a dialog that is to stay open: it is recorded, not answered.
+    static constexpr int kLeaveOpen = -1;
+    // A dialog's fields filled by fill before the button is pressed.
+    void Queue(int button, std::function<void(HWND)> fill) { m_queue.push_back({button, fill}); }
     void WhenUnexpected(std::initializer_list<int> order) { m_order = order; }
     void Clear() { m_queue.clear(), m_boxes.clear(); }
 
@@ -65,7 +73,7 @@ class BoxAnswerer
     void Answer(HWND box);
 
     HHOOK m_hook;
-    std::deque<int> m_queue;
+    std::deque<std::pair<int, std::function<void(HWND)>>> m_queue;
     std::vector<int> m_order = {IDCANCEL, IDNO, IDOK};
     std::vector<Box> m_boxes;
 };
