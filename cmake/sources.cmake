@@ -22,6 +22,9 @@ set(KM_CORE_SOURCES
   tools/CompareEngine.cpp
   tools/ExtractScan.cpp
   tools/MacroText.cpp
+  views/FixedRecordFile.cpp
+  views/LineFile.cpp
+  views/RecordFile.cpp
 )
 
 # The class library (Windows only).
