@@ -25,6 +25,7 @@ set(KM_CORE_SOURCES
   views/FixedRecordFile.cpp
   views/LineFile.cpp
   views/RecordFile.cpp
+  views/ViewLayout.cpp
 )
 
 # The class library (Windows only).
@@ -73,6 +74,11 @@ set(KM_APP_SOURCES
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
   ui/UiCommands.cpp
+  views/FileSource.cpp
+  views/FileView.cpp
+  views/GotoAddressDialog.cpp
+  views/HexFileView.cpp
+  views/TextFileView.cpp
 )
 
 set(KM_RESOURCE_FILES

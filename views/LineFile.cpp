@@ -64,7 +64,7 @@ RecordOpenResult CLineFile::AddLine(uint32_t start, uint32_t end, uint32_t step)
         const uint32_t grow = m_nIndexCapacity / 2 > step ? m_nIndexCapacity / 2 : step;
         void* grown = realloc(m_pIndex, (size_t(m_nIndexCapacity) + grow) * sizeof(uint32_t));
         if (!grown)
-            return RECORD_REFUSED;
+            return RECORD_NOMEMORY;
         m_pIndex = static_cast<uint32_t*>(grown);
         m_nIndexCapacity += grow;
     }
@@ -79,7 +79,7 @@ RecordOpenResult CLineFile::Scan()
     const uint32_t step = m_nFileLength < kSmallFile ? kSmallStep : kLargeStep;
     m_pIndex = static_cast<uint32_t*>(calloc(step, sizeof(uint32_t)));
     if (!m_pIndex)
-        return RECORD_REFUSED;
+        return RECORD_NOMEMORY;
     m_nIndexCapacity = step;
     m_nTerminator = 0;
     m_nRecordSize = 0;
@@ -131,7 +131,7 @@ RecordOpenResult CLineFile::Scan()
     // A read-only file gives back what its index does not use.
     void* shrunk = realloc(m_pIndex, (size_t(m_nRecordCount) + 1) * sizeof(uint32_t));
     if (!shrunk)
-        return RECORD_REFUSED;
+        return RECORD_NOMEMORY;
     m_pIndex = static_cast<uint32_t*>(shrunk);
     m_nIndexCapacity = static_cast<uint32_t>(m_nRecordCount);
     m_source->Seek(0);

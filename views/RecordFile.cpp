@@ -25,7 +25,7 @@ RecordOpenResult CRecordFile::Open(std::unique_ptr<CByteSource> source)
     m_pBuffer = static_cast<unsigned char*>(malloc(kBufferSize));
     if (!m_pBuffer) {
         Close();
-        return RECORD_REFUSED;
+        return RECORD_NOMEMORY;
     }
     m_nFileLength = static_cast<uint32_t>(length);
     m_pNext = m_pEnd = m_pBuffer;

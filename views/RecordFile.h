@@ -19,8 +19,9 @@ class CByteSource
 
 enum RecordOpenResult {
     RECORD_OPEN = 0,
-    RECORD_REFUSED = 1,  // no memory, or the user said No: the generic cause
-    RECORD_TOOLARGE = 2, // past what 32-bit offsets and record numbers reach
+    RECORD_REFUSED = 1,  // the user said No
+    RECORD_NOMEMORY = 2, // no memory for the block or the index
+    RECORD_TOOLARGE = 3, // past what 32-bit offsets and record numbers reach
 };
 
 class CRecordFile
