@@ -54,7 +54,6 @@ class CFileView : public CKmChild
     int32_t m_nCols = 1;
     int32_t m_nLines = 1;
     int32_t m_nMaxCols = 1;
-    bool m_bReady = false;
     FilePos m_posAnchor;
     FilePos m_posCaret;
     FilePos m_posDrag;

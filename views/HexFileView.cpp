@@ -19,7 +19,6 @@ IMPLEMENT_DYNAMIC(CHexFileView, CFileView)
 BEGIN_MESSAGE_MAP(CHexFileView, CFileView)
     ON_MESSAGE(WM_PAINT, OnPaint)
     ON_MESSAGE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
-    ON_MESSAGE(WM_RBUTTONDOWN, OnRButtonDown)
     ON_MESSAGE(FVM_POINTTOPOS, OnPointToPos)
     ON_MESSAGE(FVM_NORMALIZEPOS, OnNormalizePos)
     ON_MESSAGE(FVM_SHOWPOS, OnShowPos)
@@ -65,7 +64,6 @@ CHexFileView* CHexFileView::Open(const char* path, unsigned long flags)
         view->MDIDestroy();
         return nullptr;
     }
-    view->m_bReady = true;
     view->Normalize(view->m_posCaret);
     view->m_posAnchor = view->m_posCaret;
     view->PlaceCaret();
@@ -224,11 +222,6 @@ LRESULT CHexFileView::OnLButtonDblClk(WPARAM, LPARAM)
     if (m_pFile)
         SelectRange(anchor, caret);
     return 0;
-}
-
-LRESULT CHexFileView::OnRButtonDown(WPARAM, LPARAM)
-{
-    return Default();
 }
 
 // Block by block through the file; an interactive forward search steps

@@ -25,7 +25,6 @@ class CHexFileView : public CFileView
 
     LRESULT OnPaint(WPARAM, LPARAM);
     LRESULT OnLButtonDblClk(WPARAM, LPARAM);
-    LRESULT OnRButtonDown(WPARAM, LPARAM);
     LRESULT OnPointToPos(WPARAM, LPARAM);
     LRESULT OnNormalizePos(WPARAM, LPARAM);
     LRESULT OnShowPos(WPARAM, LPARAM);

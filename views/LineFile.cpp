@@ -1,24 +1,84 @@
 #include "views/LineFile.h"
 
-#include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace
 {
 
-const uint32_t kSmallFile = 0x80000;
-const uint32_t kSmallStep = 2048;
-const uint32_t kLargeStep = 10240;
+// The index is kept in pieces of this many line starts: an array grown
+// step by step is copied again and again, and on the platform's heap that
+// costs more than the scan itself.
+const uint32_t kPieceShift = 16;
+const uint32_t kPieceSize = 1u << kPieceShift;
+
+// The scan reads in larger pieces than the record block: it is the one pass
+// over the whole file, and the calls to the file layer are what it costs.
+const uint32_t kScanChunk = 0x40000;
+
+const uint64_t kOnes = 0x0101010101010101ull;
+const uint64_t kHighs = 0x8080808080808080ull;
+
+uint64_t Load(const unsigned char* bytes)
+{
+    uint64_t word;
+    memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+// The high bit of each byte of word that is zero, and perhaps of some above
+// the lowest such byte: that one is always right.
+uint64_t ZeroBytes(uint64_t word)
+{
+    return (word - kOnes) & ~word & kHighs;
+}
+
+// Where the next CR or LF stands in bytes, or end. Eight bytes at a time;
+// the lowest byte of a word is its first, as on every target of the program.
+uint32_t FindLineEnd(const unsigned char* bytes, uint32_t from, uint32_t end)
+{
+    for (; from + 8 <= end; from += 8) {
+        const uint64_t word = Load(bytes + from);
+        if (const uint64_t hits =
+                ZeroBytes(word ^ (kOnes * '\n')) | ZeroBytes(word ^ (kOnes * '\r')))
+            return from + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
+    }
+    while (from < end && bytes[from] != '\n' && bytes[from] != '\r')
+        ++from;
+    return from;
+}
+
+// The high bit of each byte of word below high (at most 128), and with low
+// also above low: exact for every byte, as no byte borrows from the next.
+uint64_t BytesBelow(uint64_t word, unsigned high)
+{
+    return (kOnes * (127 + high) - (word & (kOnes * 127))) & ~word & kHighs;
+}
+
+uint64_t BytesBetween(uint64_t word, unsigned low, unsigned high)
+{
+    return BytesBelow(word, high) & ((word & (kOnes * 127)) + kOnes * (127 - low));
+}
+
+// Where the first control byte stands that no text holds (below 32, but not
+// tab, LF, VT, FF or CR), or count.
+uint32_t FindForeignByte(const unsigned char* bytes, uint32_t count)
+{
+    uint32_t from = 0;
+    for (; from + 8 <= count; from += 8) {
+        const uint64_t word = Load(bytes + from);
+        if (const uint64_t hits = BytesBelow(word, ' ') & ~BytesBetween(word, '\b', 14))
+            return from + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
+    }
+    for (; from < count; ++from)
+        if (bytes[from] < ' ' && (bytes[from] < '\t' || bytes[from] > '\r'))
+            return from;
+    return count;
+}
 
 bool IsTerminator(int byte)
 {
     return byte == '\r' || byte == '\n';
-}
-
-// Tab, LF, VT, FF and CR: the control bytes that a text may hold.
-bool IsWhiteControl(int byte)
-{
-    return byte >= '\t' && byte <= '\r';
 }
 
 } // namespace
@@ -31,9 +91,7 @@ CLineFile::~CLineFile()
 void CLineFile::Close()
 {
     CRecordFile::Close();
-    free(m_pIndex);
-    m_pIndex = nullptr;
-    m_nIndexCapacity = 0;
+    m_pieces.clear();
     m_nCurRecord = m_nRecordCount = 0;
 }
 
@@ -54,21 +112,33 @@ RecordOpenResult CLineFile::Open(std::unique_ptr<CByteSource> source)
 // A line ends: its start becomes the next entry, and the longest line with
 // its terminator is kept. The index grows while one entry is still free,
 // so that the sentinel always has its place.
-RecordOpenResult CLineFile::AddLine(uint32_t start, uint32_t end, uint32_t step)
+uint32_t CLineFile::LineStart(int32_t line) const
+{
+    const uint32_t n = static_cast<uint32_t>(line);
+    return m_pieces[n >> kPieceShift][n & (kPieceSize - 1)];
+}
+
+bool CLineFile::StoreStart(uint32_t n, uint32_t start)
+{
+    if ((n & (kPieceSize - 1)) == 0) {
+        try {
+            m_pieces.emplace_back(new uint32_t[kPieceSize]);
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
+    m_pieces[n >> kPieceShift][n & (kPieceSize - 1)] = start;
+    return true;
+}
+
+// Room is always left for the sentinel behind the last line.
+RecordOpenResult CLineFile::AddLine(uint32_t start, uint32_t end)
 {
     if (m_nRecordCount == INT32_MAX - 1)
         return RECORD_TOOLARGE;
-    if (m_nIndexCapacity - static_cast<uint32_t>(m_nRecordCount) <= 1) {
-        // Past the first steps the index grows by half its size, so that a
-        // file of millions of lines is not copied thousands of times.
-        const uint32_t grow = m_nIndexCapacity / 2 > step ? m_nIndexCapacity / 2 : step;
-        void* grown = realloc(m_pIndex, (size_t(m_nIndexCapacity) + grow) * sizeof(uint32_t));
-        if (!grown)
-            return RECORD_NOMEMORY;
-        m_pIndex = static_cast<uint32_t*>(grown);
-        m_nIndexCapacity += grow;
-    }
-    m_pIndex[m_nRecordCount++] = start;
+    if (!StoreStart(static_cast<uint32_t>(m_nRecordCount), start))
+        return RECORD_NOMEMORY;
+    ++m_nRecordCount;
     if (end - start > static_cast<uint32_t>(m_nRecordSize))
         m_nRecordSize = static_cast<int32_t>(end - start);
     return RECORD_OPEN;
@@ -76,64 +146,85 @@ RecordOpenResult CLineFile::AddLine(uint32_t start, uint32_t end, uint32_t step)
 
 RecordOpenResult CLineFile::Scan()
 {
-    const uint32_t step = m_nFileLength < kSmallFile ? kSmallStep : kLargeStep;
-    m_pIndex = static_cast<uint32_t*>(calloc(step, sizeof(uint32_t)));
-    if (!m_pIndex)
-        return RECORD_NOMEMORY;
-    m_nIndexCapacity = step;
     m_nTerminator = 0;
     m_nRecordSize = 0;
+    std::unique_ptr<unsigned char[]> chunk(new (std::nothrow) unsigned char[kScanChunk]);
+    if (!chunk)
+        return RECORD_NOMEMORY;
     m_source->Seek(0);
-    bool warned = false;
-    uint32_t lineStart = 0, consumed = 0;
-    int byte = ReadByte();
-    while (byte >= 0) {
-        if (IsTerminator(byte)) {
-            int next = ReadByte();
-            ++consumed;
-            if (byte == '\r' && next == '\n') {
-                next = ReadByte();
-                ++consumed;
-            } else {
-                m_nTerminator = byte == '\n' ? 1 : 2;
+    // Line starts count the bytes consumed; after the question for a control
+    // byte that byte is counted twice, so every later line start lies one
+    // byte late. Kept as the scan always had it.
+    uint32_t shift = 0, lineStart = 0, base = 0;
+    bool warned = false, pendingCR = false;
+    auto endLine = [&](uint32_t end) {
+        const RecordOpenResult added = AddLine(lineStart, end);
+        lineStart = end;
+        return added;
+    };
+    // A CR ends its line with the LF behind it as a pair, or alone as a
+    // terminator of its own; it may stand at the end of one piece read.
+    auto scanRange = [&](const unsigned char* bytes, uint32_t i, uint32_t end) {
+        while (i < end) {
+            if (pendingCR) {
+                pendingCR = false;
+                const bool pair = bytes[i] == '\n';
+                if (!pair)
+                    m_nTerminator = 2;
+                if (RecordOpenResult added = endLine(base + i + shift + (pair ? 1 : 0)))
+                    return added;
+                i += pair ? 1 : 0;
+                continue;
             }
-            if (RecordOpenResult added = AddLine(lineStart, consumed, step))
-                return added;
-            lineStart = consumed;
-            byte = next;
-            continue;
+            i = FindLineEnd(bytes, i, end);
+            if (i == end)
+                break;
+            if (bytes[i] == '\r') {
+                pendingCR = true;
+            } else {
+                m_nTerminator = 1;
+                if (RecordOpenResult added = endLine(base + i + 1 + shift))
+                    return added;
+            }
+            ++i;
         }
-        if (byte < ' ' && !IsWhiteControl(byte) && !warned) {
+        return RECORD_OPEN;
+    };
+    while (const uint32_t count = m_source->Read(chunk.get(), kScanChunk)) {
+        const unsigned char* bytes = chunk.get();
+        const uint32_t foreign = warned ? count : FindForeignByte(bytes, count);
+        if (RecordOpenResult scanned = scanRange(bytes, 0, foreign))
+            return scanned;
+        if (foreign < count) {
             warned = true;
-            if (m_question && !m_question(static_cast<unsigned>(byte)))
+            if (m_question && !m_question(bytes[foreign]))
                 return RECORD_REFUSED;
-            // The byte is looked at again and counted twice: every later
-            // line start lies one byte late. Kept as the scan always had it.
-            ++consumed;
-            continue;
+            shift = 1;
+            if (RecordOpenResult scanned = scanRange(bytes, foreign, count))
+                return scanned;
         }
-        ++consumed;
-        byte = ReadByte();
+        base += count;
     }
-    m_pIndex[m_nRecordCount] = lineStart;
+    if (pendingCR) {
+        m_nTerminator = 2;
+        if (RecordOpenResult added = endLine(m_nFileLength + shift))
+            return added;
+    }
+    const uint32_t consumed = m_nFileLength + shift;
+    uint32_t sentinel = lineStart;
     if (lineStart < consumed) {
         // The extra bytes stand for the terminator the line lacks, so that
         // its length comes out as for any other line.
-        const uint32_t end = m_nFileLength + (m_nTerminator ? 1 : 2);
-        if (RecordOpenResult added = AddLine(lineStart, end, step))
+        sentinel = m_nFileLength + (m_nTerminator ? 1 : 2);
+        if (RecordOpenResult added = AddLine(lineStart, sentinel))
             return added;
-        m_pIndex[m_nRecordCount] = end;
     }
     if (m_nRecordSize)
         --m_nRecordSize;
     if (m_nRecordSize && !m_nTerminator)
         --m_nRecordSize;
-    // A read-only file gives back what its index does not use.
-    void* shrunk = realloc(m_pIndex, (size_t(m_nRecordCount) + 1) * sizeof(uint32_t));
-    if (!shrunk)
+    if (!StoreStart(static_cast<uint32_t>(m_nRecordCount), sentinel))
         return RECORD_NOMEMORY;
-    m_pIndex = static_cast<uint32_t*>(shrunk);
-    m_nIndexCapacity = static_cast<uint32_t>(m_nRecordCount);
     m_source->Seek(0);
     return RECORD_OPEN;
 }
@@ -142,7 +233,7 @@ int CLineFile::GetRecordLength(int32_t record)
 {
     if (record < 0 || record >= m_nRecordCount)
         return 0;
-    int length = static_cast<int>(m_pIndex[record + 1] - m_pIndex[record]) - 1;
+    int length = static_cast<int>(LineStart(record + 1) - LineStart(record)) - 1;
     if (length > 0 && !m_nTerminator)
         --length;
     return length;
@@ -154,7 +245,7 @@ int32_t CLineFile::SeekRecord(int32_t record)
         return -2;
     if (record >= m_nRecordCount)
         return -1;
-    SeekOffset(m_pIndex[record]);
+    SeekOffset(LineStart(record));
     m_nCurRecord = record;
     return record;
 }
@@ -163,7 +254,7 @@ int CLineFile::ReadRecord(char* dest, int max)
 {
     if (m_nCurRecord < 0 || m_nCurRecord >= m_nRecordCount)
         return -1;
-    const uint32_t span = m_pIndex[m_nCurRecord + 1] - m_pIndex[m_nCurRecord];
+    const uint32_t span = LineStart(m_nCurRecord + 1) - LineStart(m_nCurRecord);
     int stored = 0;
     for (uint32_t i = 0; i < span; ++i) {
         const int byte = ReadByte();
@@ -184,7 +275,7 @@ int CLineFile::ReadExpandedRecord(char* dest, int max)
         return -1;
     const int limit = max - 1;
     const int tab = m_nTabWidth > 0 ? m_nTabWidth : 1;
-    const uint32_t span = m_pIndex[m_nCurRecord + 1] - m_pIndex[m_nCurRecord];
+    const uint32_t span = LineStart(m_nCurRecord + 1) - LineStart(m_nCurRecord);
     int column = 0;
     for (uint32_t i = 0; i < span; ++i) {
         const int byte = ReadByte();

@@ -4,6 +4,7 @@
 #include "views/RecordFile.h"
 
 #include <functional>
+#include <vector>
 
 class CLineFile : public CRecordFile
 {
@@ -28,14 +29,15 @@ class CLineFile : public CRecordFile
     // 0 while only CR LF (or none) was seen, 1 after a lone LF, 2 after a
     // lone CR; a later CR LF does not reset it.
     int m_nTerminator = 0;
-    uint32_t m_nIndexCapacity = 0;
-    // Entry n is where line n starts; entry m_nRecordCount closes the last.
-    uint32_t* m_pIndex = nullptr;
+    // Where line n starts; line m_nRecordCount's start closes the last line.
+    uint32_t LineStart(int32_t line) const;
 
   private:
     RecordOpenResult Scan();
     // Enters the line from start to end (its terminator included).
-    RecordOpenResult AddLine(uint32_t start, uint32_t end, uint32_t step);
+    RecordOpenResult AddLine(uint32_t start, uint32_t end);
+    bool StoreStart(uint32_t n, uint32_t start);
 
     ControlByteQuestion m_question;
+    std::vector<std::unique_ptr<uint32_t[]>> m_pieces; // the index of line starts
 };

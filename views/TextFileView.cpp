@@ -19,7 +19,6 @@ IMPLEMENT_DYNAMIC(CTextFileView, CFileView)
 BEGIN_MESSAGE_MAP(CTextFileView, CFileView)
     ON_MESSAGE(WM_PAINT, OnPaint)
     ON_MESSAGE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
-    ON_MESSAGE(WM_RBUTTONDOWN, OnRButtonDown)
     ON_MESSAGE(FVM_LINEHOME, OnLineHome)
     ON_MESSAGE(FVM_POINTTOPOS, OnPointToPos)
     ON_MESSAGE(FVM_NORMALIZEPOS, OnNormalizePos)
@@ -265,11 +264,6 @@ LRESULT CTextFileView::OnLButtonDblClk(WPARAM, LPARAM lParam)
         ++to;
     SelectRange(At(line, from), At(line, to));
     return 0;
-}
-
-LRESULT CTextFileView::OnRButtonDown(WPARAM, LPARAM)
-{
-    return Default();
 }
 
 void CTextFileView::OnEditCopy()

@@ -32,7 +32,6 @@ class CTextFileView : public CFileView
 
     LRESULT OnPaint(WPARAM, LPARAM);
     LRESULT OnLButtonDblClk(WPARAM, LPARAM);
-    LRESULT OnRButtonDown(WPARAM, LPARAM);
     LRESULT OnLineHome(WPARAM, LPARAM);
     LRESULT OnPointToPos(WPARAM, LPARAM);
     LRESULT OnNormalizePos(WPARAM, LPARAM);

@@ -60,7 +60,8 @@ struct ScanCase {
 
 TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
 {
-    const std::string longLine(4095, 'x'); // its CR ends one block, the LF starts the next
+    // Its CR ends the scan's first piece and a record block, the LF starts the next.
+    const std::string longLine(0x3FFFF, 'x');
     const ScanCase rows[] = {
         // clang-format off
         {"empty", "", {0}, 0, 0, {}},
@@ -71,7 +72,7 @@ TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
         {"LF CR is two ends", "a\n\rb", {0, 2, 3, 5}, 1, 2, {1, 0, 1}},
         {"CR, then CR LF", "a\r\r\nb", {0, 2, 4, 6}, 1, 2, {1, 1, 1}},
         {"mixed: CR LF keeps its CR", "ab\r\ncd\n", {0, 4, 7}, 3, 1, {3, 2}},
-        {"CR LF across blocks", longLine + "\r\ny", {0, 4097, 4100}, 4095, 0, {4095, 1}},
+        {"CR LF across blocks", longLine + "\r\ny", {0, 0x40001, 0x40004}, 0x3FFFF, 0, {0x3FFFF, 1}},
         {"control byte counted twice", "a\x01\nb\n", {0, 4, 6}, 3, 1, {3, 1}},
         // clang-format on
     };
@@ -81,8 +82,10 @@ TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
         std::vector<unsigned> asked;
         file.SetQuestion([&](unsigned value) { return asked.push_back(value), true; });
         ASSERT_EQ(RECORD_OPEN, file.Open(Source(row.bytes)));
-        EXPECT_EQ(std::vector<uint32_t>(file.m_pIndex, file.m_pIndex + file.m_nRecordCount + 1),
-                  row.index);
+        std::vector<uint32_t> index;
+        for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
+            index.push_back(file.LineStart(line));
+        EXPECT_EQ(row.index, index);
         EXPECT_EQ(row.recordSize, file.m_nRecordSize);
         EXPECT_EQ(row.terminator, file.m_nTerminator);
         EXPECT_EQ(row.bytes.size(), file.m_nFileLength);

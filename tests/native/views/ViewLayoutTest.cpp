@@ -42,7 +42,7 @@ TEST(ViewLayout, HexColumnsAndClicksRoundTrip)
 TEST(ViewLayout, TabStopsOfATextLine)
 {
     const std::string line = "\tab\tc";
-    const int32_t columns[][3] = {{0, 0, 8},  {1, 8, 8},  {2, 9, 8}, {3, 10, 8},
+    const int32_t columns[][3] = {{0, 0, 8},  {1, 8, 8}, {2, 9, 8}, {3, 10, 8},
                                   {4, 16, 8}, {4, 8, 4}, {9, 21, 8}};
     for (const auto& [col, column, tab] : columns)
         EXPECT_EQ(column, TextColumnOf(line.data(), int(line.size()), col, tab)) << col;
