@@ -17,6 +17,7 @@ IMPLEMENT_DYNAMIC(CFileView, CKmChild)
 // clang-format off
 BEGIN_MESSAGE_MAP(CFileView, CKmChild)
     ON_MESSAGE(WM_CREATE, OnCreate)
+    ON_MESSAGE(WM_PAINT, OnPaint)
     ON_MESSAGE(WM_CLOSE, OnClose)
     ON_MESSAGE(WM_SIZE, OnSize)
     ON_MESSAGE(WM_SETFOCUS, OnSetFocus)
@@ -90,11 +91,9 @@ CFileView::CFileView(unsigned long flags) : CKmChild(flags | CF_READONLY | CF_FI
 
 CFileView::~CFileView() = default;
 
-bool CFileView::CreateView(const char* path, UINT icon)
+bool CFileView::Start(const char* path, UINT icon)
 {
     CKmFrame* frame = theApp.Frame();
-    if (!frame)
-        return false;
     SplitDir(path, m_workDir);
     const char* className =
         KmRegisterWndClass(CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
@@ -103,7 +102,59 @@ bool CFileView::CreateView(const char* path, UINT icon)
     DWORD style = WS_VISIBLE | WS_HSCROLL | WS_VSCROLL;
     if (theApp.arrange == ARRANGE_MAXIMISED)
         style |= WS_MAXIMIZE;
-    return className && Create(className, path, style, kRectDefault, frame);
+    if (!frame || !className || !Create(className, path, style, kRectDefault, frame)) {
+        if (m_hWnd)
+            MDIDestroy(); // the window deletes its object
+        else
+            delete this;
+        return false;
+    }
+    if (!OpenFile(path)) {
+        MDIDestroy();
+        return false;
+    }
+    return true;
+}
+
+// Each row through one opaque call, or three when part of it is selected;
+// a file failure closes the view.
+LRESULT CFileView::OnPaint(WPARAM, LPARAM)
+{
+    PAINTSTRUCT paint;
+    HDC dc = ::BeginPaint(m_hWnd, &paint);
+    if (m_pFile) {
+        FilePos start, end;
+        const bool selected = GetOrderedSelection(start, end);
+        HGDIOBJ oldFont = ::SelectObject(dc, m_font.m_hFont);
+        ::SetTextColor(dc, m_crText); // selected text too: only the ground changes
+        try {
+            const bool placed = m_pFile->SeekRecord(m_nTopLine) == m_nTopLine;
+            int32_t line = m_nTopLine;
+            for (int y = m_rcText.top; y <= m_rcText.bottom - m_nLineHeight;
+                 y += m_nLineHeight, ++line) {
+                char row[kRowSize];
+                const int length = placed ? ReadRow(row) : 0;
+                int from = -1, to = -1;
+                if (selected && line >= start.line && line <= end.line) {
+                    GetRowSpan(length, from, to);
+                    if (line == start.line)
+                        from = start.dispCol;
+                    if (line == end.line)
+                        to = end.dispCol;
+                }
+                DrawRow(dc, y, row, length, from, to);
+            }
+        } catch (const CFileException& error) {
+            CString title;
+            GetTitle(title);
+            ReportFileError(title, error, MB_ICONEXCLAMATION);
+            m_pFile.reset();
+            PostMessage(WM_CLOSE);
+        }
+        ::SelectObject(dc, oldFont);
+    }
+    ::EndPaint(m_hWnd, &paint);
+    return 0;
 }
 
 void CFileView::DrawRow(HDC dc, int y, const char* text, int length, int selFrom, int selTo)
@@ -160,13 +211,6 @@ void CFileView::ReportNotFound(const SearchRequest& request)
 {
     KmMessageBox(SearchMessageOwner(this), MB_ICONEXCLAMATION, IDS_CANNOTFIND,
                  request.m_strFind.c_str());
-}
-
-void CFileView::DropFile(const char* path, const CFileException& error)
-{
-    ReportFileError(path, error, MB_ICONEXCLAMATION);
-    m_pFile.reset();
-    PostMessage(WM_CLOSE);
 }
 
 // The font is measured once, here; a later font keeps these measures.

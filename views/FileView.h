@@ -63,10 +63,15 @@ class CFileView : public CKmChild
 
   protected:
     explicit CFileView(unsigned long flags);
-    // Registers the class and makes the child window, titled with path.
-    bool CreateView(const char* path, UINT icon);
-    // A file failure in painting: reported, the file let go, the window closed.
-    void DropFile(const char* path, const CFileException& error);
+    // Makes the child window, titled with path, and opens the file in it;
+    // false, with the window and the object gone, when either fails.
+    bool Start(const char* path, UINT icon);
+    virtual bool OpenFile(const char* path) = 0;
+    // Reads the row of record m_pFile->m_nCurRecord into row (room for
+    // kRowSize bytes) as display columns; the number of columns.
+    virtual int ReadRow(char* row) = 0;
+    // The columns that a selection takes on a row that it passes wholly.
+    virtual void GetRowSpan(int length, int& first, int& last) = 0;
 
     void Normalize(FilePos& pos)
     {
@@ -82,9 +87,6 @@ class CFileView : public CKmChild
     {
         return dispCol >= m_nLeftCol && dispCol <= m_nLeftCol + m_nCols - 1;
     }
-    // Draws one row of display columns from m_nLeftCol on, with the columns
-    // from selFrom up to selTo on the highlight colour (selFrom -1: none).
-    void DrawRow(HDC dc, int y, const char* text, int length, int selFrom, int selTo);
     // The file's statistics in the status bar, by string stringId with the
     // name, the length and the records.
     void ShowInfo(UINT stringId);
@@ -106,7 +108,10 @@ class CFileView : public CKmChild
     // The place under a client point; false outside the text.
     bool PointToPos(POINT point, FilePos& pos);
 
+    enum { kRowSize = 256 }; // a painted row shows at most 255 columns
+
     LRESULT OnCreate(WPARAM, LPARAM);
+    LRESULT OnPaint(WPARAM, LPARAM);
     LRESULT OnClose(WPARAM, LPARAM);
     LRESULT OnSize(WPARAM, LPARAM);
     LRESULT OnSetFocus(WPARAM, LPARAM);
@@ -139,6 +144,9 @@ class CFileView : public CKmChild
     void ShowBar(int bar, bool show) override;
 
   private:
+    // Draws one row of display columns from m_nLeftCol on, with the columns
+    // from selFrom up to selTo on the highlight colour (selFrom -1: none).
+    void DrawRow(HDC dc, int y, const char* text, int length, int selFrom, int selTo);
     void AutoScrollStep();
     // The rows between the drag mark and the caret repainted, the mark moved.
     void FollowDrag();

@@ -17,7 +17,6 @@ IMPLEMENT_DYNAMIC(CHexFileView, CFileView)
 
 // clang-format off
 BEGIN_MESSAGE_MAP(CHexFileView, CFileView)
-    ON_MESSAGE(WM_PAINT, OnPaint)
     ON_MESSAGE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
     ON_MESSAGE(FVM_POINTTOPOS, OnPointToPos)
     ON_MESSAGE(FVM_NORMALIZEPOS, OnNormalizePos)
@@ -32,7 +31,7 @@ END_MESSAGE_MAP()
 namespace
 {
 
-const int kRowColumns = 63;
+const int kRowColumns = HEX_ROW_SIZE - 1;
 // The search reads blocks of 16384 bytes that overlap by 256, so that a
 // match of up to 256 bytes over a border is found.
 const uint32_t kFindBlock = 16384;
@@ -53,17 +52,8 @@ FilePos ByteAt(uint32_t offset)
 CHexFileView* CHexFileView::Open(const char* path, unsigned long flags)
 {
     CHexFileView* view = new CHexFileView(flags);
-    if (!view->CreateView(path, IDI_EDITFILE)) {
-        if (view->m_hWnd)
-            view->MDIDestroy();
-        else
-            delete view;
+    if (!view->Start(path, IDI_EDITFILE))
         return nullptr;
-    }
-    if (!view->OpenFile(path)) {
-        view->MDIDestroy();
-        return nullptr;
-    }
     view->Normalize(view->m_posCaret);
     view->m_posAnchor = view->m_posCaret;
     view->PlaceCaret();
@@ -113,44 +103,19 @@ void CHexFileView::UpdatePopup(HMENU menu, int index)
             GrayItem(menu, id);
 }
 
-// Only the hexadecimal part is highlighted, never the characters.
-LRESULT CHexFileView::OnPaint(WPARAM, LPARAM)
+int CHexFileView::ReadRow(char* row)
 {
-    PAINTSTRUCT paint;
-    HDC dc = ::BeginPaint(m_hWnd, &paint);
-    if (m_pFile) {
-        FilePos start, end;
-        const bool selected = GetOrderedSelection(start, end);
-        HGDIOBJ oldFont = ::SelectObject(dc, m_font.m_hFont);
-        ::SetTextColor(dc, m_crText);
-        try {
-            const bool placed = m_pFile->SeekRecord(m_nTopLine) == m_nTopLine;
-            int32_t line = m_nTopLine;
-            for (int y = m_rcText.top; y <= m_rcText.bottom - m_nLineHeight;
-                 y += m_nLineHeight, ++line) {
-                unsigned char bytes[HEX_ROW_BYTES];
-                const int count =
-                    placed ? m_pFile->ReadRecord(reinterpret_cast<char*>(bytes), 0) : 0;
-                char row[HEX_ROW_SIZE];
-                const int length = count ? FormatHexRow(static_cast<uint32_t>(line) * HEX_ROW_BYTES,
-                                                        bytes, count, row)
-                                         : 0;
-                int from = -1, to = -1;
-                if (selected && line >= start.line && line <= end.line) {
-                    from = line == start.line ? start.dispCol : HEX_FIRST_COL;
-                    to = line == end.line ? end.dispCol : HEX_END_COL;
-                }
-                DrawRow(dc, y, row, length, from, to);
-            }
-        } catch (const CFileException& error) {
-            CString title;
-            GetTitle(title);
-            DropFile(title, error);
-        }
-        ::SelectObject(dc, oldFont);
-    }
-    ::EndPaint(m_hWnd, &paint);
-    return 0;
+    unsigned char bytes[HEX_ROW_BYTES];
+    const uint32_t offset = static_cast<uint32_t>(m_pFile->m_nCurRecord) * HEX_ROW_BYTES;
+    const int count = m_pFile->ReadRecord(reinterpret_cast<char*>(bytes), 0);
+    return count ? FormatHexRow(offset, bytes, count, row) : 0;
+}
+
+// Only the hexadecimal part is highlighted, never the characters.
+void CHexFileView::GetRowSpan(int, int& first, int& last)
+{
+    first = HEX_FIRST_COL;
+    last = HEX_END_COL;
 }
 
 LRESULT CHexFileView::OnPointToPos(WPARAM, LPARAM lParam)

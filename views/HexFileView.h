@@ -20,10 +20,11 @@ class CHexFileView : public CFileView
 
   protected:
     explicit CHexFileView(unsigned long flags) : CFileView(flags | CF_HEXVIEW) {}
-    bool OpenFile(const char* path);
+    bool OpenFile(const char* path) override;
+    int ReadRow(char* row) override;
+    void GetRowSpan(int length, int& first, int& last) override;
     uint32_t OffsetOf(const FilePos& pos) const;
 
-    LRESULT OnPaint(WPARAM, LPARAM);
     LRESULT OnLButtonDblClk(WPARAM, LPARAM);
     LRESULT OnPointToPos(WPARAM, LPARAM);
     LRESULT OnNormalizePos(WPARAM, LPARAM);

@@ -17,7 +17,6 @@ IMPLEMENT_DYNAMIC(CTextFileView, CFileView)
 
 // clang-format off
 BEGIN_MESSAGE_MAP(CTextFileView, CFileView)
-    ON_MESSAGE(WM_PAINT, OnPaint)
     ON_MESSAGE(WM_LBUTTONDBLCLK, OnLButtonDblClk)
     ON_MESSAGE(FVM_LINEHOME, OnLineHome)
     ON_MESSAGE(FVM_POINTTOPOS, OnPointToPos)
@@ -37,8 +36,6 @@ END_MESSAGE_MAP()
 namespace
 {
 
-const int kRowColumns = 256; // a painted row shows at most 255 columns
-
 bool IsWordByte(char byte)
 {
     return byte == '_' || ::IsCharAlphaNumericA(byte);
@@ -57,17 +54,8 @@ FilePos At(int32_t line, int32_t col)
 CTextFileView* CTextFileView::Open(const char* path, unsigned long flags)
 {
     CTextFileView* view = new CTextFileView(flags);
-    if (!view->CreateView(path, IDI_EDITFILE)) {
-        if (view->m_hWnd)
-            view->MDIDestroy();
-        else
-            delete view;
+    if (!view->Start(path, IDI_EDITFILE))
         return nullptr;
-    }
-    if (!view->OpenFile(path)) {
-        view->MDIDestroy();
-        return nullptr;
-    }
     theApp.RememberFile(path);
     return view;
 }
@@ -129,39 +117,16 @@ void CTextFileView::OnFileStats()
     ShowFileInfo();
 }
 
-LRESULT CTextFileView::OnPaint(WPARAM, LPARAM)
+int CTextFileView::ReadRow(char* row)
 {
-    PAINTSTRUCT paint;
-    HDC dc = ::BeginPaint(m_hWnd, &paint);
-    if (m_pFile) {
-        FilePos start, end;
-        const bool selected = GetOrderedSelection(start, end);
-        HGDIOBJ oldFont = ::SelectObject(dc, m_font.m_hFont);
-        ::SetTextColor(dc, m_crText); // selected text too: only the ground changes
-        try {
-            const bool placed = m_pFile->SeekRecord(m_nTopLine) == m_nTopLine;
-            char row[kRowColumns];
-            int32_t line = m_nTopLine;
-            for (int y = m_rcText.top; y <= m_rcText.bottom - m_nLineHeight;
-                 y += m_nLineHeight, ++line) {
-                const int length =
-                    placed ? std::max(0, m_pFile->ReadExpandedRecord(row, kRowColumns)) : 0;
-                int from = -1, to = -1;
-                if (selected && line >= start.line && line <= end.line) {
-                    from = line == start.line ? start.dispCol : 0;
-                    to = line == end.line ? end.dispCol : length;
-                }
-                DrawRow(dc, y, row, length, from, to);
-            }
-        } catch (const CFileException& error) {
-            CString title;
-            GetTitle(title);
-            DropFile(title, error);
-        }
-        ::SelectObject(dc, oldFont);
-    }
-    ::EndPaint(m_hWnd, &paint);
-    return 0;
+    return std::max(0, m_pFile->ReadExpandedRecord(row, kRowSize));
+}
+
+// The selection never reaches into the blank behind a line's end.
+void CTextFileView::GetRowSpan(int length, int& first, int& last)
+{
+    first = 0;
+    last = length;
 }
 
 LRESULT CTextFileView::OnNormalizePos(WPARAM, LPARAM lParam)

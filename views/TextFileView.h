@@ -27,10 +27,11 @@ class CTextFileView : public CFileView
 
   protected:
     explicit CTextFileView(unsigned long flags) : CFileView(flags) {}
-    bool OpenFile(const char* path);
+    bool OpenFile(const char* path) override;
+    int ReadRow(char* row) override;
+    void GetRowSpan(int length, int& first, int& last) override;
     void Copy(bool append);
 
-    LRESULT OnPaint(WPARAM, LPARAM);
     LRESULT OnLButtonDblClk(WPARAM, LPARAM);
     LRESULT OnLineHome(WPARAM, LPARAM);
     LRESULT OnPointToPos(WPARAM, LPARAM);

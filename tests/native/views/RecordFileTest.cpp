@@ -73,7 +73,8 @@ TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
         {"CR, then CR LF", "a\r\r\nb", {0, 2, 4, 6}, 1, 2, {1, 1, 1}},
         {"mixed: CR LF keeps its CR", "ab\r\ncd\n", {0, 4, 7}, 3, 1, {3, 2}},
         {"CR LF across blocks", longLine + "\r\ny", {0, 0x40001, 0x40004}, 0x3FFFF, 0, {0x3FFFF, 1}},
-        {"control byte counted twice", "a\x01\nb\n", {0, 4, 6}, 3, 1, {3, 1}},
+        {"control byte counted twice", "abcdefghij\x01klmno\nb\n", {0, 18, 20}, 17, 1, {17, 1}},
+        {"tab, VT and FF are text", "\tint a;\tint b;\t\v\f\n", {0, 18}, 17, 1, {17}},
         // clang-format on
     };
     for (const ScanCase& row : rows) {

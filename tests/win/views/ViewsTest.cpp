@@ -50,28 +50,6 @@ class ViewTest : public FrameTest
         g_searchRequest.m_bRecompile = 1;
         Command(command);
     }
-    static std::string Clipboard()
-    {
-        std::string text;
-        if (::OpenClipboard(nullptr)) {
-            if (HANDLE data = ::GetClipboardData(CF_TEXT)) {
-                text = static_cast<const char*>(::GlobalLock(data));
-                ::GlobalUnlock(data);
-            }
-            ::CloseClipboard();
-        }
-        return text;
-    }
-    static void SetClipboard(const char* text)
-    {
-        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, strlen(text) + 1);
-        strcpy(static_cast<char*>(::GlobalLock(block)), text);
-        ::GlobalUnlock(block);
-        ::OpenClipboard(nullptr);
-        ::EmptyClipboard();
-        ::SetClipboardData(CF_TEXT, block);
-        ::CloseClipboard();
-    }
     static FilePos At(int32_t line, int32_t col)
     {
         FilePos pos;
@@ -184,14 +162,14 @@ TEST_F(ViewTest, CopyJoinsLinesWithCrLfWhateverTheFileUses)
     for (const auto& row : rows) {
         view->SelectRange(row.anchor, row.caret);
         Command(row.command);
-        EXPECT_EQ(row.expected, Clipboard());
+        EXPECT_EQ(row.expected, ClipboardText());
     }
     // The margin's double click takes the whole row, its line end too.
     view->SelectRange(At(1, 0), At(1, 0));
     view->SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(1, 1));
-    SetClipboard("");
+    SetClipboardText(nullptr); // append to nothing copies
     Command(ID_EDIT_COPYAPPEND);
-    EXPECT_EQ("two\tx\r\n", Clipboard());
+    EXPECT_EQ("two\tx\r\n", ClipboardText());
 }
 
 TEST_F(ViewTest, TextFindGoesLineByLineAndOffersToRestart)
