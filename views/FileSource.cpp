@@ -34,7 +34,11 @@ bool OpenRecordFile(CRecordFile& file, const char* path)
     try {
         switch (file.Open(std::move(source))) {
         case RECORD_OPEN:
-            return true;
+            if (file.m_nFileLength != 0)
+                return true;
+            file.Close();
+            KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_EMPTYFILE, path);
+            return false;
         case RECORD_TOOLARGE:
             KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_TOOLARGEVIEW, path);
             return false;

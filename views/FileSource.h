@@ -4,6 +4,6 @@
 #include "views/RecordFile.h"
 
 // Opens path into file. False when the file could not be had: a file
-// failure, a file too large and a lack of memory are reported here; a
-// question answered No needs no further word.
+// failure, an empty file, a file too large and a lack of memory are
+// reported here; a question answered No needs no further word.
 bool OpenRecordFile(CRecordFile& file, const char* path);

@@ -65,10 +65,6 @@ bool CHexFileView::OpenFile(const char* path)
     auto file = std::make_unique<CFixedRecordFile>(HEX_ROW_BYTES);
     if (!OpenRecordFile(*file, path))
         return false;
-    if (file->m_nFileLength == 0) {
-        KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_EMPTYFILE, path);
-        return false;
-    }
     m_pFile = std::move(file);
     m_nMaxCols = kRowColumns;
     RefreshBars();

@@ -68,10 +68,6 @@ bool CTextFileView::OpenFile(const char* path)
     });
     if (!OpenRecordFile(*file, path))
         return false;
-    if (file->m_nFileLength == 0) {
-        KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_EMPTYFILE, path);
-        return false;
-    }
     try {
         m_pLine.assign(static_cast<size_t>(file->m_nRecordSize) + 2, '\0');
     } catch (const std::bad_alloc&) {

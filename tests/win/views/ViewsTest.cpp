@@ -287,13 +287,22 @@ TEST_F(ViewTest, OpenPathsEndInAViewAndFilesPastFourGigabytesAreRefused)
     size.QuadPart = 0x100000010ll;
     ASSERT_TRUE(::SetFilePointerEx(file, size, nullptr, FILE_BEGIN) && ::SetEndOfFile(file));
     ::CloseHandle(file);
-    for (bool readOnly : {false, true}) {
+    Write("empty", "");
+    const struct {
+        const char* name;
+        bool readOnly, hex;
+        size_t boxes;
+        const char* last;
+    } refusals[] = {{"big", false, false, 2, "is too large to view"},
+                    {"big", true, true, 1, "is too large to view"},
+                    {"empty", true, false, 1, "is an empty file"}};
+    for (const auto& row : refusals) {
         m_boxes.Clear();
         m_boxes.Queue({IDOK, IDOK});
-        EXPECT_EQ(nullptr, m_frame->OpenFile(Path("big").c_str(), readOnly, false));
+        EXPECT_EQ(nullptr, m_frame->OpenFile(Path(row.name).c_str(), row.readOnly, row.hex));
         const std::vector<std::string> texts = m_boxes.Texts();
-        ASSERT_EQ(readOnly ? 1u : 2u, texts.size());
-        EXPECT_NE(std::string::npos, texts.back().find("is too large to view"));
+        ASSERT_EQ(row.boxes, texts.size()) << row.name;
+        EXPECT_NE(std::string::npos, texts.back().find(row.last));
     }
     EXPECT_EQ(2u, Children().size());
 }
