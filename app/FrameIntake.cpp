@@ -143,7 +143,10 @@ LRESULT CKmFrame::OnOpenFileRequest(WPARAM wParam, LPARAM lParam)
     if (OpenRequest* request = static_cast<OpenRequest*>(::GlobalLock(handle))) {
         if (wParam)
             BeginBusy(true);
-        const bool address = request->address != 0; // an address opens a hex view
+        // An address asks for a read-only hex view. Until the hex view is
+        // built, OpenFileFlags answers such a request with its alert: change
+        // this along with it.
+        const bool address = request->address != 0;
         CKmChild* child = OpenFile(request->name, address, address);
         if (wParam)
             EndBusy();

@@ -5,10 +5,10 @@
 #include "app/MenuRules.h"
 #include "app/Settings.h"
 #include "edit/FileUtil.h"
+#include "edit/KmFileDialog.h"
 #include "edit/Messages.h"
 #include "resources/KmIds.h"
 
-#include <commdlg.h>
 #include <cstdarg>
 #include <cstdio>
 
@@ -336,13 +336,10 @@ void CKmChild::OnSetFont()
 {
     LOGFONTA logFont = {};
     m_font.GetLogFont(&logFont);
-    CHOOSEFONTA choose = {};
-    choose.lStructSize = sizeof choose;
-    choose.hwndOwner = m_hWnd;
-    choose.lpLogFont = &logFont;
-    choose.Flags = CF_SCREENFONTS | CF_FIXEDPITCHONLY | CF_INITTOLOGFONTSTRUCT;
-    if (!::ChooseFontA(&choose))
+    CKmFontDialog dialog(
+        logFont, CF_SCREENFONTS | CF_FIXEDPITCHONLY | CF_NOSIMULATIONS | CF_FORCEFONTEXIST, m_hWnd);
+    if (dialog.DoModal() != IDOK)
         return;
-    if (m_font.CreateFontIndirect(&logFont))
+    if (m_font.CreateFontIndirect(&dialog.m_lf))
         SendMessage(WM_KM_FONTCHANGED, 0);
 }

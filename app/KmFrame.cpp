@@ -3,10 +3,10 @@
 #include "app/KmApp.h"
 #include "app/KmChild.h"
 #include "app/Settings.h"
+#include "edit/KmFileDialog.h"
 #include "edit/KmFileEdit.h"
 #include "edit/Messages.h"
 
-#include <commdlg.h>
 #include <cstring>
 #include <dde.h>
 
@@ -327,32 +327,12 @@ void CKmFrame::OnFileNew()
 
 void CKmFrame::OnFileOpen()
 {
-    char names[4096] = "";
-    OPENFILENAMEA ofn = {};
-    ofn.lStructSize = sizeof ofn;
-    ofn.hwndOwner = m_hWnd;
-    ofn.lpstrFile = names;
-    ofn.nMaxFile = sizeof names;
-    ofn.Flags = OFN_ALLOWMULTISELECT | OFN_EXPLORER;
-    if (!::GetOpenFileNameA(&ofn)) {
-        theApp.recentFilesDirty = 1; // the dialog may have changed directory
+    CKmFileDialog dialog(true, nullptr, nullptr, OFN_ALLOWMULTISELECT | KFD_SHOWHEX);
+    if (dialog.DoModal() != IDOK)
         return;
-    }
-    const bool readOnly = (ofn.Flags & OFN_READONLY) != 0;
     BeginBusy(true);
-    // A single name, or a directory followed by names, each NUL-terminated.
-    const char* first = names;
-    const char* next = first + strlen(first) + 1;
-    if (!*next) {
-        OpenFile(first, readOnly, false);
-    } else {
-        for (; *next; next += strlen(next) + 1) {
-            CString path(first);
-            path += '\\';
-            path += next;
-            OpenFile(path, readOnly, false);
-        }
-    }
+    for (const CString& path : dialog.GetPathNames())
+        OpenFile(path, dialog.m_readOnly != 0, dialog.m_hex != 0);
     EndBusy();
 }
 

@@ -34,6 +34,7 @@ set(KM_FRAMEWORK_SOURCES
   framework/Dialog.cpp
   framework/Exception.cpp
   framework/File.cpp
+  framework/FileDialog.cpp
   framework/FrameWnd.cpp
   framework/GdiObjects.cpp
   framework/Object.cpp
@@ -58,6 +59,8 @@ set(KM_APP_SOURCES
   edit/GotoLineDialog.cpp
   edit/KmEdit.cpp
   edit/KmFileEdit.cpp
+  edit/KmLog.cpp
+  edit/KmFileDialog.cpp
   edit/FileUtil.cpp
   edit/Messages.cpp
   edit/TextFile.cpp

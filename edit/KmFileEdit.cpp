@@ -5,12 +5,12 @@
 #include "app/MenuRules.h"
 #include "app/Settings.h"
 #include "edit/FileUtil.h"
+#include "edit/KmFileDialog.h"
 #include "edit/Messages.h"
 #include "edit/TextFile.h"
 #include "resources/KmIds.h"
 #include "views/TextFileView.h"
 
-#include <commdlg.h>
 #include <cstring>
 #include <new>
 
@@ -116,15 +116,14 @@ CKmFileEdit* CKmFileEdit::Open(const char* path, unsigned long flags)
     return window;
 }
 
-bool CKmFileEdit::CreateWindowFor(const char* title)
+bool CKmFileEdit::CreateWindowFor(const char* title, const char* icon)
 {
     CKmFrame* frame = Frame();
     if (!frame)
         return false;
-    const char* className =
-        KmRegisterWndClass(CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
-                           reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1),
-                           ::LoadIconA(KmGetResourceHandle(), MAKEINTRESOURCEA(IDI_EDITFILE)));
+    const char* className = KmRegisterWndClass(
+        CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW),
+        reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1), ::LoadIconA(KmGetResourceHandle(), icon));
     DWORD style = WS_VISIBLE;
     if (theApp.arrange == ARRANGE_MAXIMISED)
         style |= WS_MAXIMIZE;
@@ -306,19 +305,15 @@ bool CKmFileEdit::AskSaveAsName()
     if (!(m_flags & CF_UNTITLED))
         title = title.Mid(title.ReverseFind('\\') + 1);
 
-    char path[MAX_PATH];
-    lstrcpynA(path, title, sizeof path);
-    OPENFILENAMEA ofn = {};
-    ofn.lStructSize = sizeof ofn;
-    ofn.hwndOwner = KmGetMainWindow();
-    ofn.lpstrFile = path;
-    ofn.nMaxFile = sizeof path;
-    ofn.Flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT;
-    if (!::GetSaveFileNameA(&ofn)) {
-        theApp.recentFilesDirty = 1;
+    CString extension;
+    extension.LoadString(IDS_DEFAULTEXT);
+    if (extension == " ")
+        extension.Empty();
+    CKmFileDialog dialog(false, extension, title, OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT);
+    dialog.SetFormat(m_format);
+    if (dialog.DoModal() != IDOK)
         return false;
-    }
-    CString chosen(path);
+    CString chosen = dialog.GetPathName();
     chosen.MakeLower();
     CString old;
     GetTitle(old);
@@ -326,6 +321,8 @@ bool CKmFileEdit::AskSaveAsName()
         KmMessageBox(nullptr, MB_ICONEXCLAMATION, IDS_OPENELSEWHERE, chosen.c_str());
         return false;
     }
+    if (dialog.m_format != FF_MIXED) // else no button was on: the file keeps its own
+        m_format = dialog.m_format;
     SetTitle(chosen);
     SplitDir(chosen, m_workDir);
     SyncCurrentDir();
@@ -596,15 +593,10 @@ void CKmFileEdit::OnNotYetCommand(UINT)
 
 void CKmFileEdit::OnEditPasteFile()
 {
-    char path[MAX_PATH] = "";
-    OPENFILENAMEA ofn = {};
-    ofn.lStructSize = sizeof ofn;
-    ofn.hwndOwner = KmGetMainWindow();
-    ofn.lpstrFile = path;
-    ofn.nMaxFile = sizeof path;
-    ofn.Flags = OFN_HIDEREADONLY | OFN_FILEMUSTEXIST;
-    if (!::GetOpenFileNameA(&ofn))
+    CKmFileDialog dialog(true, nullptr, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST);
+    if (dialog.DoModal() != IDOK)
         return;
+    const CString path = dialog.GetPathName();
     FileFormat ignored;
     DWORD current = static_cast<DWORD>(m_edit.SendMessage(WM_GETTEXTLENGTH));
     HLOCAL block = LoadTextBlock(path, ~current, nullptr, ignored, m_flags);

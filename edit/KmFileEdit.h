@@ -5,6 +5,7 @@
 #include "app/KmChild.h"
 #include "edit/KmEdit.h"
 #include "edit/TextFormat.h"
+#include "resources/KmIds.h"
 
 class CKmFileEdit : public CKmChild
 {
@@ -50,7 +51,7 @@ class CKmFileEdit : public CKmChild
 
   protected:
     CKmFileEdit(const char* path, unsigned long flags);
-    bool CreateWindowFor(const char* title);
+    bool CreateWindowFor(const char* title, const char* icon = MAKEINTRESOURCEA(IDI_EDITFILE));
 
     LRESULT OnCreate(WPARAM, LPARAM);
     LRESULT OnClose(WPARAM, LPARAM);

@@ -20,6 +20,14 @@
 #define IDC_ADDRESS 336
 #define IDD_REPLACE 1541
 #define IDC_SCOPE 1542
+/* The file dialogs' own controls, beside the platform's; the templates are
+   FILEOPENORD (with the File Format group) and MULTIFILEOPENORD. The format
+   buttons follow the order of the formats: DOS, Unix, Mac. */
+#define IDC_VIEWHEX 1560
+#define IDC_FORMATGROUP 1561
+#define IDC_FORMAT_DOS 1562
+#define IDC_FORMAT_UNIX 1563
+#define IDC_FORMAT_MAC 1564
 
 /* The editor window's edit control */
 #define IDC_EDIT 3244
