@@ -4,10 +4,9 @@
 #include "app/KmFrame.h"
 #include "app/MenuRules.h"
 #include "app/Settings.h"
+#include "edit/FileUtil.h"
 #include "edit/Messages.h"
 #include "search/SearchRequest.h"
-
-#include "edit/FileUtil.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -91,6 +90,12 @@ CFileView::CFileView(unsigned long flags) : CKmChild(flags | CF_READONLY | CF_FI
 
 CFileView::~CFileView() = default;
 
+HGDIOBJ CFileView::Font() const
+{
+    return m_font.m_hFont ? static_cast<HGDIOBJ>(m_font.m_hFont)
+                          : ::GetStockObject(SYSTEM_FIXED_FONT);
+}
+
 bool CFileView::Start(const char* path, UINT icon)
 {
     CKmFrame* frame = theApp.Frame();
@@ -125,7 +130,7 @@ LRESULT CFileView::OnPaint(WPARAM, LPARAM)
     if (m_pFile) {
         FilePos start, end;
         const bool selected = GetOrderedSelection(start, end);
-        HGDIOBJ oldFont = ::SelectObject(dc, m_font.m_hFont);
+        HGDIOBJ oldFont = ::SelectObject(dc, Font());
         ::SetTextColor(dc, m_crText); // selected text too: only the ground changes
         try {
             const bool placed = m_pFile->SeekRecord(m_nTopLine) == m_nTopLine;
@@ -217,8 +222,7 @@ void CFileView::ReportNotFound(const SearchRequest& request)
 LRESULT CFileView::OnCreate(WPARAM wParam, LPARAM lParam)
 {
     if (HDC dc = ::GetDC(m_hWnd)) {
-        HGDIOBJ old = ::SelectObject(dc, m_font.m_hFont ? m_font.m_hFont
-                                                        : ::GetStockObject(SYSTEM_FIXED_FONT));
+        HGDIOBJ old = ::SelectObject(dc, Font());
         TEXTMETRICA metrics;
         if (::GetTextMetricsA(dc, &metrics)) {
             m_nCharWidth = std::max<int>(1, metrics.tmAveCharWidth);

@@ -144,6 +144,8 @@ class CFileView : public CKmChild
     void ShowBar(int bar, bool show) override;
 
   private:
+    // The view's font, or the system's fixed font when it has none.
+    HGDIOBJ Font() const;
     // Draws one row of display columns from m_nLeftCol on, with the columns
     // from selFrom up to selTo on the highlight colour (selFrom -1: none).
     void DrawRow(HDC dc, int y, const char* text, int length, int selFrom, int selTo);

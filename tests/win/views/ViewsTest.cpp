@@ -4,6 +4,7 @@
 #include "app/KmApp.h"
 #include "app/KmFrame.h"
 #include "edit/KmFileEdit.h"
+#include "edit/KmLog.h"
 #include "resources/KmIds.h"
 #include "search/SearchRequest.h"
 #include "support/WinTestSupport.h"
@@ -251,8 +252,14 @@ TEST_F(ViewTest, HexFindsMatchesAcrossTheBlockBorders)
 
 TEST_F(ViewTest, OpenPathsEndInAViewAndFilesPastFourGigabytesAreRefused)
 {
+    // A log line with a hexadecimal address opens a hex view there.
     Write("dump.bin", std::string(64, 'z'));
-    ASSERT_TRUE(Start("-s dump.bin(0x21)"));
+    ASSERT_TRUE(Start());
+    CKmLog* log = CKmLog::Create(CKmLog::ToolLogFlags(), 1);
+    ASSERT_NE(nullptr, log);
+    log->LogPrintf("%s(0x%.4lx): %s\r\n", Path("dump.bin").c_str(), 0x21ul, "here");
+    ::SendMessageA(log->m_edit.m_hWnd, EM_SETSEL, 0, 0);
+    log->GotoSourceLine();
     PumpUntilIdle();
     auto* hex = dynamic_cast<CHexFileView*>(KmChildOf(ChildByCaption(FullLower("dump.bin"))));
     ASSERT_NE(nullptr, hex);
@@ -278,7 +285,7 @@ TEST_F(ViewTest, OpenPathsEndInAViewAndFilesPastFourGigabytesAreRefused)
     EXPECT_NE(nullptr, dynamic_cast<CHexFileView*>(view));
     ASSERT_EQ(1u, m_boxes.Boxes().size());
     EXPECT_NE(std::string::npos, m_boxes.Boxes()[0].text.find("before closing"));
-    EXPECT_EQ(2u, Children().size());
+    EXPECT_EQ(3u, Children().size());
 
     // Past 4 GB: the editor offers a view, which says why it cannot be.
     HANDLE file = ::CreateFileA(Path("big").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
@@ -304,7 +311,7 @@ TEST_F(ViewTest, OpenPathsEndInAViewAndFilesPastFourGigabytesAreRefused)
         ASSERT_EQ(row.boxes, texts.size()) << row.name;
         EXPECT_NE(std::string::npos, texts.back().find(row.last));
     }
-    EXPECT_EQ(2u, Children().size());
+    EXPECT_EQ(3u, Children().size());
 }
 
 } // namespace
