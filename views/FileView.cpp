@@ -904,15 +904,18 @@ void CFileView::OnFilePrint()
     ::MessageBoxA(m_hWnd, text, title, MB_OK);
 }
 
+// Compile stays as the project's rules left it, unless there is no name.
 void CFileView::UpdatePopup(HMENU menu, int index)
 {
+    if (index == POPUP_PROJECT) {
+        if (m_flags & CF_UNTITLED)
+            GrayItem(menu, ID_PROJECT_COMPILE);
+        return;
+    }
     CKmChild::UpdatePopup(menu, index);
     switch (index) {
     case POPUP_SEARCH:
         EnableItem(menu, ID_SEARCH_GOTOLINE, true);
-        break;
-    case POPUP_PROJECT:
-        EnableItem(menu, ID_PROJECT_COMPILE, !(m_flags & CF_UNTITLED));
         break;
     case POPUP_HELP:
         EnableItem(menu, ID_HELP_FILESTATS, !(theApp.flags & KF_NOSTATUSBAR));
