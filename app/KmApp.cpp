@@ -54,11 +54,14 @@ void CKmApp::ProcessWndProcException(const CException* exception, UINT)
         ::MessageBeep(MB_ICONHAND);
 }
 
+// A window outside the frame is a modeless dialog, with keys of its own.
 bool CKmApp::PreTranslateMessage(MSG* msg)
 {
     CKmFrame* frame = Frame();
-    if (!frame || (msg->hwnd != frame->m_hWnd && !::IsChild(frame->m_hWnd, msg->hwnd)))
+    if (!frame)
         return false;
+    if (msg->hwnd != frame->m_hWnd && !::IsChild(frame->m_hWnd, msg->hwnd))
+        return CWinApp::PreTranslateMessage(msg);
     return frame->PreTranslateMessage(msg);
 }
 

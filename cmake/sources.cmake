@@ -4,6 +4,7 @@
 set(KM_SEARCH_SOURCES
   search/CaseMap.cpp
   search/FindPlan.cpp
+  search/GrepLines.cpp
   search/PatternCompile.cpp
   search/PatternMatch.cpp
   search/ReplaceAll.cpp
@@ -20,6 +21,7 @@ set(KM_CORE_SOURCES
   edit/EditText.cpp
   edit/TextFormat.cpp
   tools/CompareEngine.cpp
+  tools/DateFormat.cpp
   tools/ExtractScan.cpp
   tools/MacroText.cpp
   views/FixedRecordFile.cpp
@@ -69,8 +71,11 @@ set(KM_APP_SOURCES
   project/ProjectCommands.cpp
   project/ProjectModel.cpp
   search/FindDialog.cpp
+  search/GlobalSearch.cpp
+  search/GrepDialog.cpp
   search/SearchCommands.cpp
   search/SearchRequest.cpp
+  tools/FileDir.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
   tools/ToolList.cpp

@@ -9,6 +9,12 @@ IMPLEMENT_DYNAMIC(CDialog, CWnd)
 IMPLEMENT_DYNAMIC(CModalDialog, CDialog)
 IMPLEMENT_DYNAMIC(CFindReplaceDialog, CDialog)
 
+bool CDialog::Create(UINT templateId, HWND parent)
+{
+    return ::CreateDialogParamA(KmGetResourceHandle(), MAKEINTRESOURCEA(templateId), parent,
+                                &CDialog::StdDlgProc, reinterpret_cast<LPARAM>(this)) != nullptr;
+}
+
 bool CDialog::PreTranslateMessage(MSG* msg)
 {
     return ::IsDialogMessageA(m_hWnd, msg) != FALSE;

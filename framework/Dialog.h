@@ -10,6 +10,9 @@ class CDialog : public CWnd
 {
     DECLARE_DYNAMIC(CDialog)
   public:
+    // Makes a modeless dialog from a template; false if it could not be
+    // made.
+    bool Create(UINT templateId, HWND parent);
     // Lets a modeless dialog have its Tab, Return and Escape keys.
     bool PreTranslateMessage(MSG* msg) override;
 

@@ -18,6 +18,15 @@
 #define IDC_LINENUMBER 331
 #define IDD_GOTOADDRESS 335
 #define IDC_ADDRESS 336
+#define IDD_GREP 370
+#define IDC_GREP_SEARCH 371
+#define IDC_GREP_FILES 372
+#define IDC_GREP_DIR 373
+#define IDC_GREP_MATCHCASE 374
+#define IDC_GREP_WHOLEWORD 375
+#define IDC_GREP_LISTLINES 376
+#define IDC_GREP_DEFAULTS 377
+#define IDC_GREP_BROWSE 378
 #define IDD_REPLACE 1541
 #define IDC_SCOPE 1542
 /* The file dialogs' own controls, beside the platform's; the templates are

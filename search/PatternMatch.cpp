@@ -568,12 +568,22 @@ class ForwardFilter
     bool m_lineStart = false;
 };
 
-// How common a byte is in program text: lower is more common.
+// How common a byte is in program text: lower is more common. A table, as
+// the global search asks again for every line.
 int Commonness(unsigned char c)
 {
-    static const char kCommon[] = " etrinsaoc\tlud\npf_h()m;,=g*bTEvSxyRkN.LA-w\"IO>C/P0D1M#<F2{}&";
-    const char* at = strchr(kCommon, c);
-    return c != 0 && at ? static_cast<int>(at - kCommon) : 255;
+    static const struct Ranks {
+        unsigned char rank[256];
+        Ranks()
+        {
+            static const char kCommon[] =
+                " etrinsaoc\tlud\npf_h()m;,=g*bTEvSxyRkN.LA-w\"IO>C/P0D1M#<F2{}&";
+            memset(rank, 255, sizeof rank);
+            for (int i = sizeof kCommon - 2; i >= 0; --i)
+                rank[static_cast<unsigned char>(kCommon[i])] = static_cast<unsigned char>(i);
+        }
+    } ranks;
+    return ranks.rank[c];
 }
 
 ForwardFilter::ForwardFilter(const PatternBuffer* pb)

@@ -5,6 +5,8 @@
 #include "app/MenuRules.h"
 #include "resources/KmIds.h"
 #include "search/FindDialog.h"
+#include "search/GlobalSearch.h"
+#include "search/GrepDialog.h"
 #include "search/SearchRequest.h"
 
 #include <commdlg.h>
@@ -19,21 +21,26 @@ const UINT g_findReplaceMessage = ::RegisterWindowMessageA(FINDMSGSTRINGA);
 // clang-format off
 BEGIN_MESSAGE_MAP(CSearchCommands, CKmCommands)
     ON_REGISTERED_MESSAGE(&g_findReplaceMessage, OnFindReplace)
-    ON_MESSAGE(WM_KM_GREP, OnNotYetMessage)
+    ON_MESSAGE(WM_KM_GREP, OnGrepRequest)
     ON_COMMAND(ID_SEARCH_FIND, OnFind)
     ON_COMMAND(ID_SEARCH_REPLACE, OnReplace)
     ON_COMMAND(ID_SEARCH_FINDNEXT, OnFindNext)
     ON_COMMAND(ID_SEARCH_FINDPREV, OnFindPrev)
     ON_COMMAND(ID_SEARCH_REPLACENEXT, OnReplaceNext)
-    ON_COMMAND_RANGE(ID_SEARCH_GREP, ID_SEARCH_GREP, OnNotYet)
+    ON_COMMAND(ID_SEARCH_GREP, OnGrep)
 END_MESSAGE_MAP()
 // clang-format on
 
-// The pattern and the replacement are not kept beyond the frame.
+// The pattern and the replacement are not kept beyond the frame. The
+// global search's dialog has no owner to take it along.
 CSearchCommands::~CSearchCommands()
 {
     g_searchRequest.m_strFind.Empty();
     g_searchRequest.m_strReplace.Empty();
+    if (CGrepDialog* dialog = g_grepDialog) {
+        g_grepDialog = nullptr;
+        dialog->DestroyWindow();
+    }
 }
 
 // Find Next and Previous need a pattern, unless the selection of the active
@@ -174,4 +181,20 @@ void CSearchCommands::RunDialogRequest(const FINDREPLACEA& fr, CKmChild* child)
     } else {
         child->FindText(&request, true, -1, 0);
     }
+}
+
+void CSearchCommands::OnGrep()
+{
+    CGrepDialog::Open();
+}
+
+// The dialog's OK, or its closing.
+LRESULT CSearchCommands::OnGrepRequest(WPARAM, LPARAM lParam)
+{
+    CGrepDialog* dialog = reinterpret_cast<CGrepDialog*>(lParam);
+    if (dialog->m_bClosing)
+        g_grepDialog = nullptr;
+    else
+        RunGrep(*dialog);
+    return 0;
 }

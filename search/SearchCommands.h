@@ -1,7 +1,7 @@
 // Find and replace as the frame reaches them: the Search menu's find
 // commands and the find dialog's notifications, acting on the active child,
-// with the rules of the Search popup. The global search answers with the
-// alert until it is built.
+// with the rules of the Search popup; the global search's dialog and its
+// requests.
 #pragma once
 #include "app/KmCommands.h"
 
@@ -23,6 +23,8 @@ class CSearchCommands : public CKmCommands
     void OnFindPrev();
     void OnReplaceNext();
     LRESULT OnFindReplace(WPARAM, LPARAM);
+    void OnGrep();
+    LRESULT OnGrepRequest(WPARAM, LPARAM);
 
   private:
     // Find Next and Previous from the menu or the keyboard.

@@ -14,7 +14,26 @@ namespace
 
 const uint32_t kFirstPatternBlock = 40;
 
-UINT CompileMessage(int result)
+} // namespace
+
+SearchRequest::SearchRequest()
+{
+    AllocatePattern(m_pattern);
+}
+
+SearchRequest::~SearchRequest()
+{
+    free(m_pattern.buffer);
+}
+
+bool AllocatePattern(PatternBuffer& pattern)
+{
+    pattern.buffer = static_cast<unsigned char*>(malloc(kFirstPatternBlock));
+    pattern.allocated = pattern.buffer ? kFirstPatternBlock : 0;
+    return pattern.buffer != nullptr;
+}
+
+UINT PatternMessage(int result)
 {
     switch (result) {
     case PATTERN_NO_MEMORY:
@@ -30,17 +49,13 @@ UINT CompileMessage(int result)
     }
 }
 
-} // namespace
-
-SearchRequest::SearchRequest()
+// Whole word is no more than this wrapping, regular expressions too.
+int CompileSearchText(const char* text, bool wholeWord, PatternBuffer* pattern)
 {
-    m_pattern.buffer = static_cast<unsigned char*>(malloc(kFirstPatternBlock));
-    m_pattern.allocated = m_pattern.buffer ? kFirstPatternBlock : 0;
-}
-
-SearchRequest::~SearchRequest()
-{
-    free(m_pattern.buffer);
+    std::string source = text;
+    if (wholeWord)
+        source = "\\<" + source + "\\>";
+    return CompilePattern(source.data(), static_cast<int>(source.size()), pattern);
 }
 
 CWnd* SearchMessageOwner(CWnd* window)
@@ -55,17 +70,14 @@ bool CompileRequest(SearchRequest* request)
     request->m_pattern.fold_case = !request->m_bMatchCase;
     int result;
     try {
-        // Whole word is no more than this wrapping, regular expressions too.
-        std::string text = request->m_strFind.str();
-        if (request->m_bWholeWord)
-            text = "\\<" + text + "\\>";
-        result = CompilePattern(text.data(), static_cast<int>(text.size()), &request->m_pattern);
+        result =
+            CompileSearchText(request->m_strFind, request->m_bWholeWord != 0, &request->m_pattern);
     } catch (const std::bad_alloc&) {
         OutOfMemoryNotice();
         return false;
     }
     if (result != PATTERN_OK) {
-        KmMessageBox(SearchMessageOwner(nullptr), MB_ICONEXCLAMATION, CompileMessage(result));
+        KmMessageBox(SearchMessageOwner(nullptr), MB_ICONEXCLAMATION, PatternMessage(result));
         return false;
     }
     BuildFirstCharMap(&request->m_pattern);

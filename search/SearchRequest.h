@@ -31,6 +31,15 @@ extern SearchRequest g_searchRequest;
 // (or the main window) and stays to be compiled at the next try.
 bool CompileRequest(SearchRequest* request);
 
+// A first block of code for a pattern buffer; false without memory.
+bool AllocatePattern(PatternBuffer& pattern);
+// Compiles text into pattern, whose fold_case the caller has set, wrapped
+// in \< and \> for whole words only; a PatternResult. Throws without
+// memory for the wrapped text.
+int CompileSearchText(const char* text, bool wholeWord, PatternBuffer* pattern);
+// The string id of the message that tells a compile result.
+UINT PatternMessage(int result);
+
 // Where the search's messages go: the find dialog while it is open, else
 // the window searched.
 CWnd* SearchMessageOwner(CWnd* window);

@@ -3,6 +3,7 @@
 #include "app/IniStore.h"
 #include "app/KmApp.h"
 #include "app/KmFrame.h"
+#include "framework/Wnd.h"
 #include "resources/KmIds.h"
 #include "search/SearchRequest.h"
 
@@ -92,7 +93,8 @@ LRESULT CALLBACK BoxAnswerer::Hook(int code, WPARAM wParam, LPARAM lParam)
 void BoxAnswerer::Answer(HWND box)
 {
     HWND owner = ::GetWindow(box, GW_OWNER);
-    if (::GetPropA(box, kAnsweredProp) || (owner && ::IsWindowEnabled(owner)))
+    if (::GetPropA(box, kAnsweredProp) ||
+        (owner ? ::IsWindowEnabled(owner) != FALSE : CWnd::FromHandle(box) != nullptr))
         return;
     ::SetPropA(box, kAnsweredProp, reinterpret_cast<HANDLE>(1));
     Box seen = {WindowText(box),

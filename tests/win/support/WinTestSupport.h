@@ -27,10 +27,11 @@ bool PumpUntil(const std::function<bool()>& done, DWORD limitMs = 2000);
 
 // While it lives, a CBT hook of this thread answers every modal dialog of
 // class "#32770" that becomes active (message boxes above all; a modeless
-// dialog, whose owner stays enabled, is left to the test): with the next
-// queued button, or, for a box with nothing queued or without the queued
-// button, with the first of the unexpected order that it has, counted as
-// unexpected. The default order refuses: Cancel, else No, else OK.
+// dialog, whose owner stays enabled or which the program made without an
+// owner, is left to the test): with the next queued button, or, for a box
+// with nothing queued or without the queued button, with the first of the
+// unexpected order that it has, counted as unexpected. The default order
+// refuses: Cancel, else No, else OK.
 class BoxAnswerer
 {
   public:
