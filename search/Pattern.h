@@ -50,6 +50,19 @@ extern const unsigned char FoldTable[256];
 // 1 for digits, letters and '_'.
 extern const unsigned char WordCharTable[256];
 
+// The one-byte ops and loops over one-byte bodies that the code starts
+// with, behind a line start, and the literal that follows them (".*x",
+// "^[ \t]*}"). Derived with the map for the forward search.
+struct PatternLead {
+    int16_t needed = -1;          // the literal's first byte; -1 for other code
+    uint8_t loops = 0;            // how many of the ops are loops, at most 8
+    uint8_t breaks = 0;           // how many bytes no op takes; 3 for more than 2
+    uint8_t alone = 0;            // 1 when the code is one loop and one literal byte
+    unsigned char broken[2] = {}; // those bytes
+    int16_t jumps[8] = {};        // where the loops' back jumps stand
+    uint64_t takes[4] = {};       // the text bytes that an op takes, a bit each
+};
+
 // One compiled pattern, owned by its caller. `buffer` is a malloc block that
 // the compiler grows with realloc and keeps between compilations; the caller
 // frees it. A zeroed record is ready to compile into.
@@ -66,6 +79,7 @@ struct PatternBuffer {
     unsigned char can_be_empty = 0;
     // Derived with the map: the one text byte that passes the map, or -1.
     int16_t first_byte = -1;
+    PatternLead lead;
 };
 
 struct MatchRegisters {

@@ -52,14 +52,83 @@ int OneByteOpLength(const unsigned char* op)
     }
 }
 
+// The text bytes that fold to the code byte c: c and, when folding an upper
+// case letter, its lower case.
+unsigned char Unfolded(unsigned char c, const unsigned char* tr)
+{
+    return tr && c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
+}
+
+// The high bit of each byte of w that equals a or b, and no other bit.
+uint64_t EitherBits(uint64_t w, unsigned char a, unsigned char b)
+{
+    const uint64_t ones = 0x0101010101010101ull, lows = ones * 0x7F;
+    uint64_t x = w ^ (ones * a), y = w ^ (ones * b);
+    return ~(((x & lows) + lows) | x | lows) | ~(((y & lows) + lows) | y | lows);
+}
+
+// One bit for each of the 32 bytes from s on that equals a or b, the
+// first byte lowest: the high bits of EitherBits gathered by a multiply.
+uint32_t EitherMask(const unsigned char* s, unsigned char a, unsigned char b)
+{
+    uint32_t mask = 0;
+    for (int k = 0; k < 4; ++k) {
+        uint64_t w;
+        memcpy(&w, s + 8 * k, sizeof w);
+        uint64_t bits = EitherBits(w, a, b) >> 7;
+        mask |= static_cast<uint32_t>((bits * 0x0102040810204080ull) >> 56) << (8 * k);
+    }
+    return mask;
+}
+
+// The first of two different bytes a and b in [s, end), or end. A block of
+// bytes at a time; the first byte in memory is the low byte of a word.
+const unsigned char* ScanEither(const unsigned char* s, const unsigned char* end, unsigned char a,
+                                unsigned char b)
+{
+    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
+    for (; end - s >= 32; s += 32)
+        if (uint32_t mask = EitherMask(s, a, b))
+            return s + __builtin_ctz(mask);
+    while (s < end && *s != a && *s != b)
+        s++;
+    return s;
+}
+
+// The first of the bytes a and b in [s, end), or end.
+inline const unsigned char* FindEither(const unsigned char* s, const unsigned char* end,
+                                       unsigned char a, unsigned char b)
+{
+    if (a != b)
+        return ScanEither(s, end, a, b);
+    const void* q = memchr(s, a, static_cast<size_t>(end - s));
+    return q ? static_cast<const unsigned char*>(q) : end;
+}
+
+// The last of the bytes a and b in [s, end), or null. Reads whole blocks
+// as far down as `floor`.
+const unsigned char* FindLastEither(const unsigned char* floor, const unsigned char* s,
+                                    const unsigned char* end, unsigned char a, unsigned char b)
+{
+    for (; end > s && end - floor >= 32; end -= 32) {
+        uint32_t mask = EitherMask(end - 32, a, b);
+        if (end - 32 < s)
+            mask &= ~0u << (s - (end - 32));
+        if (mask)
+            return end - 1 - __builtin_clz(mask);
+    }
+    while (end > s && end[-1] != a && end[-1] != b)
+        end--;
+    return end > s ? end - 1 : nullptr;
+}
+
 // How many bytes from t on, up to limit, a one-byte op takes in a row.
 int OneByteRun(const unsigned char* op, const unsigned char* t, int limit, const unsigned char* tr)
 {
     int k = 0;
     switch (op[0]) {
     case OP_ANY_CHAR:
-        while (k < limit && t[k] != '\r' && t[k] != '\n')
-            k++;
+        k = static_cast<int>(FindEither(t, t + limit, '\r', '\n') - t);
         break;
     case OP_LITERAL:
         while (k < limit && (tr ? tr[t[k]] : t[k]) == op[2])
@@ -90,15 +159,20 @@ int OneByteLoopJump(const unsigned char* code, int used, int at)
     return jump + 3 + Displacement(code + jump + 1) == at ? jump : -1;
 }
 
-// A failure point: where to go on in the code and from which text position.
+// Failure points: where to go on in the code and from which text position.
 // An empty point, which failing discards, holds the complement of the code
 // position that its dummy jump entered, so that the loop can recognise it.
+// A one-byte loop pushes its points (code, text), (code, text + 1), ... as
+// one run of `count` points, the last of them the newest.
 struct FailurePoint {
     int32_t code;
     int32_t text;
+    int32_t count;
 };
 
-// Starts in local storage so that a simple match allocates nothing.
+// Starts in local storage so that a simple match allocates nothing. Sizes
+// and capacities count points, not runs, so that the stack grows and meets
+// its ceiling where one entry per point would.
 class FailureStack
 {
   public:
@@ -117,7 +191,8 @@ class FailureStack
     {
         if (m_size == m_capacity && !Grow(ceiling))
             return false;
-        m_points[m_size++] = FailurePoint{code, text};
+        m_runs[m_count++] = FailurePoint{code, text, 1};
+        m_size++;
         return true;
     }
     // Pushes (code, text), (code, text + 1), ... as `count` pushes with the
@@ -127,25 +202,37 @@ class FailureStack
         while (m_capacity - m_size < count)
             if (!Grow(true))
                 return false;
-        for (int i = 0; i < count; ++i)
-            m_points[m_size++] = FailurePoint{code, text + i};
+        m_runs[m_count++] = FailurePoint{code, text, count};
+        m_size += count;
         return true;
     }
     bool Empty() const { return m_size == 0; }
-    const FailurePoint& Top() const { return m_points[m_size - 1]; }
+    // The newest run.
+    const FailurePoint& Top() const { return m_runs[m_count - 1]; }
+    // Drops the newest point.
     void Drop()
     {
         if (m_size > 0)
-            m_size--;
+            DropAbove(Top().text + Top().count - 1);
+    }
+    // Drops the points of the newest run from `text` on.
+    void DropAbove(int text)
+    {
+        FailurePoint& top = m_runs[m_count - 1];
+        int dropped = top.text + top.count - (text > top.text ? text : top.text);
+        top.count -= dropped;
+        m_size -= dropped;
+        if (top.count == 0)
+            m_count--;
     }
     // The newest point that starts an iteration of the loop whose body
     // begins at `body` and ends at `end`: the loop's own on-failure point or
     // the empty point of the dummy jump that entered it.
     const FailurePoint* FindIteration(int body, int end) const
     {
-        for (int i = m_size - 1; i >= 0; --i)
-            if (m_points[i].code == end || m_points[i].code == ~body)
-                return &m_points[i];
+        for (int i = m_count - 1; i >= 0; --i)
+            if (m_runs[i].code == end || m_runs[i].code == ~body)
+                return &m_runs[i];
         return nullptr;
     }
 
@@ -160,15 +247,16 @@ class FailureStack
             return false;
         if (!m_heap)
             memcpy(block, m_local, sizeof m_local);
-        m_heap = m_points = static_cast<FailurePoint*>(block);
+        m_heap = m_runs = static_cast<FailurePoint*>(block);
         m_capacity *= 2;
         return true;
     }
 
     FailurePoint m_local[kLocalPoints];
-    FailurePoint* m_points = m_local;
+    FailurePoint* m_runs = m_local;
     FailurePoint* m_heap = nullptr;
-    int m_size = 0;
+    int m_count = 0; // runs
+    int m_size = 0;  // points
     int m_capacity = kLocalPoints;
 };
 
@@ -191,7 +279,7 @@ class Matcher
     bool BackReference(int group, int& d) const;
     bool LeavesLoop(int p, int target) const;
     int OneByteLoop(int at, int& p, int& d);
-    bool FailsAtOnce(const FailurePoint& point) const;
+    bool Backtrack(int& p, int& d);
     bool EmptyIteration(int target, int d) const;
     void Store(int pos, int d, MatchRegisters* regs) const;
 
@@ -286,7 +374,7 @@ bool Matcher::EmptyIteration(int target, int d) const
     int body = target + 3;
     int end = body + Displacement(m_code + target + 1);
     const FailurePoint* start = m_stack.FindIteration(body, end);
-    return start && start->code == end && start->text == d;
+    return start && start->code == end && start->text + start->count - 1 == d;
 }
 
 enum { LOOP_NOT_SIMPLE = 0, LOOP_DONE = 1 };
@@ -319,13 +407,32 @@ int Matcher::OneByteLoop(int at, int& p, int& d)
     return LOOP_DONE;
 }
 
-// A point whose code begins with a literal that the text there doesn't
-// start with would only fail again at once.
-bool Matcher::FailsAtOnce(const FailurePoint& point) const
+// Goes back to the newest failure point, passing over empty points and
+// points that would only fail again at once because their code begins with
+// a literal that the text there doesn't start with.
+bool Matcher::Backtrack(int& p, int& d)
 {
-    if (point.code >= m_used || m_code[point.code] != OP_LITERAL)
-        return false;
-    return point.text >= m_stop || Fold(m_text[point.text]) != m_code[point.code + 2];
+    while (!m_stack.Empty()) {
+        const FailurePoint& top = m_stack.Top();
+        int t = top.text + top.count - 1;
+        if (kShortcuts && top.code >= 0 && top.code < m_used && m_code[top.code] == OP_LITERAL) {
+            const unsigned char c = m_code[top.code + 2];
+            const int end = t < m_stop ? t + 1 : m_stop;
+            const unsigned char* at =
+                top.text < end
+                    ? FindLastEither(m_text, m_text + top.text, m_text + end, c, Unfolded(c, m_tr))
+                    : nullptr;
+            t = at ? static_cast<int>(at - m_text) : top.text - 1;
+        }
+        if (top.code >= 0 && t >= top.text) {
+            p = top.code;
+            d = t;
+            m_stack.DropAbove(t);
+            return true;
+        }
+        m_stack.DropAbove(top.text);
+    }
+    return false;
 }
 
 void Matcher::Store(int pos, int d, MatchRegisters* regs) const
@@ -440,14 +547,8 @@ int Matcher::Run(int pos, MatchRegisters* regs)
         }
         continue;
     fail:
-        while (!m_stack.Empty() &&
-               (m_stack.Top().code < 0 || (kShortcuts && FailsAtOnce(m_stack.Top()))))
-            m_stack.Drop();
-        if (m_stack.Empty())
+        if (!Backtrack(p, d))
             return MATCH_NOT_FOUND;
-        p = m_stack.Top().code;
-        d = m_stack.Top().text;
-        m_stack.Drop();
     }
 }
 
@@ -540,54 +641,137 @@ void WalkFirstChars(PatternBuffer* pb)
     }
 }
 
+// Adds the text bytes that a one-byte op takes to `takes`. A set's map is
+// of folded bytes, so with folding a lower case letter is in it as its
+// upper case.
+void AddTaken(uint64_t* takes, const unsigned char* op, const unsigned char* tr)
+{
+    uint64_t bits[4] = {};
+    auto set = [&bits](unsigned char c) { bits[c >> 6] |= uint64_t{1} << (c & 63); };
+    if (op[0] == OP_LITERAL) {
+        set(op[2]);
+        set(Unfolded(op[2], tr));
+    } else if (op[0] == OP_ANY_CHAR) {
+        for (uint64_t& w : bits)
+            w = ~uint64_t{0};
+        bits[0] &= ~(uint64_t{1} << '\r' | uint64_t{1} << '\n');
+    } else {
+        unsigned char map[32] = {};
+        memcpy(map, op + 2, op[1]);
+        memcpy(bits, map, sizeof bits);
+        if (op[0] == OP_CHAR_SET_NOT)
+            for (uint64_t& w : bits)
+                w = ~w;
+        // 'A' to 'Z' are bits 1 to 26 of the second word, 'a' to 'z' 32 above.
+        const uint64_t upper = uint64_t{0x7FFFFFE};
+        if (tr)
+            bits[1] = (bits[1] & ~(upper << 32)) | (bits[1] & upper) << 32;
+    }
+    for (int k = 0; k < 4; ++k)
+        takes[k] |= bits[k];
+}
+
+// Fills pb->lead; a line start ahead of the ops is passed over, since the
+// search takes care of it.
+void FindLead(PatternBuffer* pb)
+{
+    PatternLead& lead = pb->lead;
+    const unsigned char* code = pb->buffer;
+    const int used = static_cast<int>(pb->used);
+    const int most = static_cast<int>(sizeof lead.jumps / sizeof lead.jumps[0]);
+    int p = used >= 1 && code[0] == OP_LINE_START ? 1 : 0;
+    int ops = 0;
+    while (p < used && lead.loops < most) {
+        int jump = OneByteLoopJump(code, used, p);
+        if (jump >= 0) {
+            AddTaken(lead.takes, code + p + 3, pb->translate);
+            lead.jumps[lead.loops++] = static_cast<int16_t>(jump);
+            p = jump + 3;
+            ops++;
+        } else if (code[p] == OP_LITERAL && lead.loops > 0) {
+            lead.needed = static_cast<int16_t>(p + 2 < used ? code[p + 2] : -1);
+            lead.alone = ops == 1 && p + 3 == used;
+            break;
+        } else if (int length = OneByteOpLength(code + p)) {
+            AddTaken(lead.takes, code + p, pb->translate);
+            p += length;
+            ops++;
+        } else {
+            break;
+        }
+    }
+    for (int k = 0; k < 4; ++k)
+        for (uint64_t w = ~lead.takes[k]; w && lead.breaks <= 2; w &= w - 1)
+            if (lead.breaks++ < 2)
+                lead.broken[lead.breaks - 1] =
+                    static_cast<unsigned char>(k * 64 + __builtin_ctzll(w));
+}
+
 // Finds the positions worth a try in a forward search: those whose byte
 // passes the map, less those that would fail at the first op because the
-// code starts with a literal or a line start that isn't there.
+// code starts with a literal or a line start that isn't there, or because
+// the byte that the leading ops must reach isn't there (see FindNeeded).
 class ForwardFilter
 {
   public:
     explicit ForwardFilter(const PatternBuffer* pb);
     bool Passes(unsigned char c) const { return m_pass[c] != 0; }
+    // Whether Find may be used where the map says nothing.
+    bool Reaches() const;
     // The offset from `from`, below n, of the first position worth a try;
     // n if there is none.
     int Find(const unsigned char* text, int size, int from, int n) const;
+    // Whether a try at p, which Find returned, is sure to match.
+    bool Matches(const unsigned char* text, int size, int p) const;
 
   private:
-    int FindHead(const unsigned char* text, int size, int from, int n) const;
+    // Out of line, so that the plain scan of Find stays tight.
+    __attribute__((noinline)) int FindHead(const unsigned char* text, int size, int from,
+                                           int n) const;
+    __attribute__((noinline)) int FindNeeded(const unsigned char* text, int size, int from,
+                                             int n) const;
+    int FirstLongRun(const unsigned char* text, int size, int from, int end) const;
+    bool Takes(unsigned char c) const { return (m_lead.takes[c >> 6] >> (c & 63) & 1) != 0; }
+    int LastBreak(const unsigned char* text, int from, int to) const;
     bool Worth(const unsigned char* text, int size, int q) const;
+    // Whether the head stands at `at`, with room for it.
+    bool HeadAt(const unsigned char* at) const;
 
     // The map as text bytes see it: indexed by the unsigned byte, folded
     // first when folding, forward as backward.
     const unsigned char* m_pass;
     unsigned char m_folded[256];
     const unsigned char* m_tr;
+    bool m_mapSays;
     int m_single;                          // the one byte that passes, or -1
     const unsigned char* m_head = nullptr; // the literal that every match starts with
     int m_headLength = 0;
     int m_rare = 0; // index of the head's least common byte
     bool m_lineStart = false;
+    const unsigned char* m_code;
+    const PatternLead& m_lead;
+    mutable int m_reached = -1; // what FindNeeded returned, if it reached the byte from there
 };
 
-// How common a byte is in program text: lower is more common. A table, as
-// the global search asks again for every line.
-int Commonness(unsigned char c)
+// How common a byte is in program text: lower is more common. With folding
+// a letter is as common as the more common of its cases.
+int Commonness(unsigned char c, const unsigned char* tr)
 {
-    static const struct Ranks {
-        unsigned char rank[256];
-        Ranks()
-        {
-            static const char kCommon[] =
-                " etrinsaoc\tlud\npf_h()m;,=g*bTEvSxyRkN.LA-w\"IO>C/P0D1M#<F2{}&";
-            memset(rank, 255, sizeof rank);
-            for (int i = sizeof kCommon - 2; i >= 0; --i)
-                rank[static_cast<unsigned char>(kCommon[i])] = static_cast<unsigned char>(i);
-        }
-    } ranks;
-    return ranks.rank[c];
+    static const char kCommon[] = " etrinsaoc\tlud\npf_h()m;,=g*bTEvSxyRkN.LA-w\"IO>C/P0D1M#<F2{}&";
+    static const unsigned char* const kRank = [] {
+        static unsigned char rank[256];
+        memset(rank, 255, sizeof rank);
+        for (int i = 0; kCommon[i]; ++i)
+            rank[static_cast<unsigned char>(kCommon[i])] = static_cast<unsigned char>(i);
+        return rank;
+    }();
+    int rank = kRank[c], other = kRank[Unfolded(c, tr)];
+    return other < rank ? other : rank;
 }
 
 ForwardFilter::ForwardFilter(const PatternBuffer* pb)
-    : m_pass(pb->first_char_map), m_tr(pb->translate), m_single(pb->first_byte)
+    : m_pass(pb->first_char_map), m_tr(pb->translate), m_mapSays(pb->can_be_empty != 1),
+      m_single(pb->first_byte), m_code(pb->buffer), m_lead(pb->lead)
 {
     if (m_tr) {
         for (int c = 0; c < 256; ++c)
@@ -599,28 +783,56 @@ ForwardFilter::ForwardFilter(const PatternBuffer* pb)
         return;
     }
     const unsigned char* code = pb->buffer;
-    m_lineStart = pb->used >= 1 && code[0] == OP_LINE_START;
-    if (pb->used < 3 || code[0] != OP_LITERAL)
-        return;
-    m_head = code + 2;
-    m_headLength = code[1];
-    for (int i = 1; i < m_headLength && !m_tr; ++i)
-        if (Commonness(m_head[i]) > Commonness(m_head[m_rare]))
-            m_rare = i;
+    const int used = static_cast<int>(pb->used);
+    m_lineStart = used >= 1 && code[0] == OP_LINE_START;
+    if (used >= 3 && code[0] == OP_LITERAL) {
+        m_head = code + 2;
+        m_headLength = code[1];
+        for (int i = 1; i < m_headLength; ++i)
+            if (Commonness(m_head[i], m_tr) > Commonness(m_head[m_rare], m_tr))
+                m_rare = i;
+    }
+}
+
+// The last byte in [from, to) that no leading op takes, or from - 1.
+int ForwardFilter::LastBreak(const unsigned char* text, int from, int to) const
+{
+    const int breaks = m_lead.breaks;
+    if (breaks > 2) {
+        while (to > from && Takes(text[to - 1]))
+            to--;
+        return to - 1;
+    }
+    const unsigned char* at = breaks ? FindLastEither(text, text + from, text + to,
+                                                      m_lead.broken[0], m_lead.broken[breaks - 1])
+                                     : nullptr;
+    return at ? static_cast<int>(at - text) : from - 1;
+}
+
+// Until a try has run them, the loops may still decide how they back up.
+bool ForwardFilter::Reaches() const
+{
+    if (m_lead.needed < 0)
+        return false;
+    for (int i = 0; i < m_lead.loops; ++i)
+        if (m_code[m_lead.jumps[i]] == OP_MAYBE_FINALIZE_JUMP)
+            return false;
+    return true;
 }
 
 bool ForwardFilter::Worth(const unsigned char* text, int size, int q) const
 {
     if (m_lineStart && q != 0 && text[q - 1] != '\n')
         return false;
-    if (!m_head)
-        return true;
-    if (size - q < m_headLength)
-        return false;
+    return !m_head || (size - q >= m_headLength && HeadAt(text + q));
+}
+
+bool ForwardFilter::HeadAt(const unsigned char* at) const
+{
     if (!m_tr)
-        return memcmp(text + q, m_head, m_headLength) == 0;
+        return memcmp(at, m_head, m_headLength) == 0;
     for (int i = 0; i < m_headLength; ++i)
-        if (m_tr[text[q + i]] != m_head[i])
+        if (m_tr[at[i]] != m_head[i])
             return false;
     return true;
 }
@@ -634,20 +846,88 @@ int ForwardFilter::FindHead(const unsigned char* text, int size, int from, int n
     const unsigned char* end = text + size - (m_headLength - 1 - m_rare);
     if (last > end)
         last = end;
-    while (q < last) {
-        q = static_cast<const unsigned char*>(memchr(q, m_head[m_rare], last - q));
-        if (!q)
-            break;
-        if (memcmp(q - m_rare, m_head, m_headLength) == 0)
+    const unsigned char rare = m_head[m_rare];
+    while (q < last && (q = FindEither(q, last, rare, Unfolded(rare, m_tr))) < last) {
+        if (HeadAt(q - m_rare))
             return static_cast<int>(q - m_rare - s);
         q++;
     }
     return n;
 }
 
+// Where the code starts with one-byte ops and loops over them, then a
+// literal (".*x", "^[ \t]*}", "[A-Z][A-Z_]*("), a try at p can match only
+// if the first byte at or after p that the literal starts with comes before
+// the first byte that none of the leading ops takes. A try that fails for
+// that fails at the literal and pushes at most one point per byte that the
+// leading ops took, plus one; as long as that fits in the local points it
+// has no effect but its result, and the positions are skipped.
+int ForwardFilter::FindNeeded(const unsigned char* text, int size, int from, int n) const
+{
+    const int last = from + n;
+    // Beyond the range a stretch without the byte ends at `cap` as though
+    // the byte stood there.
+    const int cap = size - last > kLocalPoints ? last + kLocalPoints : size;
+    const unsigned char needed = static_cast<unsigned char>(m_lead.needed);
+    m_reached = -1;
+    int i = from;
+    while (i < last) {
+        int q = static_cast<int>(FindEither(text + i, text + cap, needed, Unfolded(needed, m_tr)) -
+                                 text);
+        int b = q < size ? LastBreak(text, i, q) + 1 : last; // with no such byte, none matches
+        if (b > last)
+            b = last;
+        int failing = FirstLongRun(text, size, i, b);
+        if (failing < b)
+            return failing - from;
+        for (int p = b; p <= q && p < last; ++p) {
+            if ((!m_mapSays || m_pass[text[p]]) && Worth(text, size, p)) {
+                m_reached = q < cap ? p : -1;
+                return p - from;
+            }
+        }
+        i = q + 1;
+    }
+    return n;
+}
+
+// The first position in [from, end) from which the leading ops might take
+// kLocalPoints bytes or more, so that a try there might need more points than
+// the local ones; end if there is none. Only loops that keep their points
+// need the test.
+int ForwardFilter::FirstLongRun(const unsigned char* text, int size, int from, int end) const
+{
+    bool keeping = false;
+    for (int i = 0; i < m_lead.loops; ++i)
+        keeping = keeping || m_code[m_lead.jumps[i]] == OP_JUMP;
+    for (int j = from; keeping && j < end;) {
+        // Usually a byte that no op takes ends the stretch within reach.
+        if (size - j < kLocalPoints || (end - j <= kLocalPoints && !Takes(text[end - 1])))
+            break;
+        int m = LastBreak(text, j, j + kLocalPoints);
+        if (m < j)
+            return j;
+        j = m + 1;
+    }
+    return end;
+}
+
+// Where the code is one loop and one literal byte behind it (".*x",
+// "^[ \t]*}"), a try at a position from which FindNeeded reached that byte
+// matches: the loop goes over it or stops at it and gives back the bytes it
+// took until the literal matches. Only a loop that keeps its points might
+// need more than the local ones and end otherwise.
+bool ForwardFilter::Matches(const unsigned char* text, int size, int p) const
+{
+    return m_lead.alone && m_reached == p &&
+           (m_code[m_lead.jumps[0]] == OP_FINALIZE_JUMP || FirstLongRun(text, size, p, p + 1) > p);
+}
+
 int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) const
 {
-    if (m_head && !m_tr)
+    if (Reaches())
+        return FindNeeded(text, size, from, n);
+    if (m_head)
         return FindHead(text, size, from, n);
     const unsigned char* s = text + from;
     int i = 0;
@@ -731,16 +1011,21 @@ int SearchForward(PatternBuffer* pb, const unsigned char* text, int size, int po
     const ForwardFilter filter(pb);
     const LeadingRun run(pb);
     for (;;) {
-        if (pos < size && pb->can_be_empty != 1) {
+        if (pos < size && (pb->can_be_empty != 1 || filter.Reaches())) {
             int n = range < size - pos ? range : size - pos;
             int i = filter.Find(text, size, pos, n);
-            if (i == n && n == range && filter.Passes(text[pos + n - 1]))
-                return MATCH_NOT_FOUND; // that byte was tried and failed last
+            // Without a map the range is all there is; with one, the last
+            // byte of the range, if it passes, was tried and failed last.
+            if (i == n && n == range && (pb->can_be_empty == 1 || filter.Passes(text[pos + n - 1])))
+                return MATCH_NOT_FOUND;
             pos += i;
             range -= i;
         }
         if (pos == size && pb->can_be_empty == 0)
             return MATCH_NOT_FOUND;
+        // Without registers only the position counts.
+        if (!regs && filter.Matches(text, size, pos))
+            return pos;
         int length = MatchPattern(pb, reinterpret_cast<const char*>(text), size, pos, size, regs);
         if (length >= 0)
             return pos;
@@ -797,9 +1082,12 @@ void BuildFirstCharMap(PatternBuffer* pb)
     pb->map_valid = 1;
     pb->can_be_empty = 0;
     pb->first_byte = -1;
+    pb->lead = PatternLead();
     if (!pb->buffer)
         return;
     WalkFirstChars(pb);
+    if (kShortcuts)
+        FindLead(pb);
     int passing = 0;
     for (int c = 0; c < 256 && passing < 2; ++c) {
         if (pb->first_char_map[pb->translate ? pb->translate[c] : c]) {

@@ -77,6 +77,15 @@ TEST(PatternMatch, FirstMatchAndItsLength)
         {"a[a-c]*d", "aaabd", 0, 5, 0}, {"b[a-c]*d", "bbcxbcd", 4, 3, 0},
         {".*x", std::string(4000, 'a'), N, 0, 0}, {".*x", std::string(4000, 'a') + "x", 0, 4001, 0},
         {".*x", std::string(5000, 'a'), MATCH_STACK_EXHAUSTED, 0, 0},
+        // The byte behind leading loops, reached before a try, in either
+        // case; the last line has no line end.
+        {".*x", "x", 0, 1, 0}, {".*x", "axbxc", 0, 4, 0}, {".*X", "ab\r\ncxdx", 4, 4, 1},
+        {".*x", "ab\r\nx", 4, 1, 0}, {"^[ \t]*}", "}", 0, 1, 0}, {"^[ \t]*}", "a }\r\n\t }", 5, 3, 0},
+        {"^[ \t]*}", "  a}\n", N, 0, 0}, {"[a-z]*(", "xY(", 2, 1, 0}, {"[a-z]*(", "ab-xY(", 3, 3, 1},
+        {"[^ ]*:", "a b:", 2, 2, 0},
+        // A folded literal by its least common byte, first or last.
+        {"error", "ERROR", 0, 5, 1}, {"error", "an eRrOr", 3, 5, 1}, {"error", "errorERRO", 0, 5, 1},
+        {"oops", std::string(40, 'o') + "OpS", 39, 4, 1},
         // A repeat without a previous element is a literal; one after an
         // element without mark repeats the construct.
         {"*abc", "x*abc", 1, 4, 0}, {"+a", "a+a", 1, 2, 0}, {"?a", "a?a", 1, 2, 0},
@@ -116,7 +125,7 @@ TEST(PatternMatch, FirstMatchAndItsLength)
 
 TEST(PatternMatch, SearchOverARangeInEitherDirection)
 {
-    const std::string mixed = "abc\r\nxyz\nq\r\nfoo", line(5000, 'a');
+    const std::string mixed = "abc\r\nxyz\nq\r\nfoo", line(5000, 'a'), blanks(200, ' ');
     const std::tuple<const char*, std::string, int, int, int, bool> rows[] = {
         // clang-format off
         // Forward: past the range only the try beyond it.
@@ -130,6 +139,8 @@ TEST(PatternMatch, SearchOverARangeInEitherDirection)
         {".*q$", mixed, 0, 8, N, 0}, {".*q$", mixed, 0, 9, 9, 0},
         {"[a-z][0-9]*x", "a12bx", 0, 3, 3, 0}, {"[a-z][0-9]*x", "a1cbx", 0, 3, N, 0},
         {".*x", line + "\r\nx", 0, 5003, MATCH_STACK_EXHAUSTED, 0},
+        {".*x", "ab\ncdx", 0, 2, N, 0}, {".*x", "ab\ncdx", 0, 3, 3, 0}, {".*x", "abx\nx", 1, 4, 1, 0}, {"^ *}", " }\n }", 1, 4, 3, 0},
+        {"^ *}", "  }", 1, 2, N, 0}, {"[ ]*}", " a" + blanks + "b}", 0, 4, N, 0}, {"error", "xxERROR", 0, 2, 2, 1}, {"error", "xxERROR", 0, 1, N, 1},
         // Backward down to zero; from the end of the text, the end is tried
         // without a map test.
         {"a", "abc", 2, -2, 0, 0}, {"a", "abca", 3, -3, 3, 0}, {"a", "abc", 0, 0, N, 0},
@@ -191,14 +202,25 @@ TEST(PatternMatch, GroupsAndRegisters)
 
 TEST(PatternMatch, AllocationFailure)
 {
-    Compiled stack(".*x"), simple("\\<[a-z_]*_t\\>");
-    g_reallocFailsAfter = 0;
-    // Out of memory for the stack is exhaustion; a simple match allocates nothing.
-    const int exhausted = stack.Find(std::string(300, 'a'));
-    const int found = simple.Find(std::string(2000, ' ') + "size_t");
-    g_reallocFailsAfter = -1;
-    EXPECT_EQ(MATCH_STACK_EXHAUSTED, exhausted);
-    EXPECT_EQ(2000, found);
+    // Out of memory for the stack is exhaustion; a simple match allocates
+    // nothing. A loop that keeps its points needs more than the 128 local
+    // ones past 127 bytes, also where they need not be tried one by one.
+    const std::string a126(126, 'a'), a127(127, 'a');
+    const std::tuple<const char*, std::string, int> rows[] = {
+        {".*x", std::string(300, 'a'), MATCH_STACK_EXHAUSTED},
+        {"\\<[a-z_]*_t\\>", std::string(2000, ' ') + "size_t", 2000},
+        {".*x", a127 + "\nx", 128},
+        {".*x", a127 + "a\nx", MATCH_STACK_EXHAUSTED},
+        {".*x", "ab\n" + a126 + "x", 3},
+        {".*x", "ab\n" + a127 + "x", MATCH_STACK_EXHAUSTED},
+    };
+    for (const auto& [pattern, text, result] : rows) {
+        Compiled c(pattern);
+        g_reallocFailsAfter = 0;
+        const int found = c.Find(text);
+        g_reallocFailsAfter = -1;
+        EXPECT_EQ(result, found) << pattern << " in " << text.size() << " bytes";
+    }
 }
 
 } // namespace
