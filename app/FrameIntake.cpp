@@ -9,6 +9,8 @@
 #include "edit/KmFileEdit.h"
 #include "edit/Messages.h"
 #include "framework/File.h"
+#include "views/HexFileView.h"
+#include "views/TextFileView.h"
 
 #include <cstring>
 #include <dde.h>
@@ -126,8 +128,9 @@ CKmChild* CKmFrame::OpenFileFlags(const char* path, unsigned long flags)
         }
         if (!readOnly)
             return CKmFileEdit::Open(fullName, flags);
-        // The read-only text and hex views answer here once they exist.
-        Alert(MB_ICONEXCLAMATION);
+        if (hex)
+            return CHexFileView::Open(fullName, flags);
+        return CTextFileView::Open(fullName, flags);
     } catch (const CMemoryException&) {
         OutOfMemoryNotice();
     }

@@ -24,6 +24,10 @@ set(KM_CORE_SOURCES
   tools/DateFormat.cpp
   tools/ExtractScan.cpp
   tools/MacroText.cpp
+  views/FixedRecordFile.cpp
+  views/LineFile.cpp
+  views/RecordFile.cpp
+  views/ViewLayout.cpp
 )
 
 # The class library (Windows only).
@@ -81,6 +85,11 @@ set(KM_APP_SOURCES
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
   ui/UiCommands.cpp
+  views/FileSource.cpp
+  views/FileView.cpp
+  views/GotoAddressDialog.cpp
+  views/HexFileView.cpp
+  views/TextFileView.cpp
 )
 
 set(KM_RESOURCE_FILES

@@ -9,6 +9,7 @@
 #include "edit/Messages.h"
 #include "edit/TextFile.h"
 #include "resources/KmIds.h"
+#include "views/TextFileView.h"
 
 #include <cstring>
 #include <new>
@@ -155,12 +156,13 @@ bool CKmFileEdit::LoadIntoEdit(const char* path, bool remember)
 namespace
 {
 
-// The offer when the text does not fit: a read-only view of the file.
+// The offer when the text does not fit: a read-only view of the file. It
+// is made here, not through the frame, which would find the editor being
+// made under the same caption and take it for the view.
 void OfferReadOnlyView(const char* path, unsigned long childFlags)
 {
     if (KmMessageBox(nullptr, MB_OKCANCEL | MB_ICONQUESTION, IDS_NOMEMORY_VIEW, path) == IDOK)
-        if (CKmFrame* frame = Frame())
-            frame->OpenFileFlags(path, childFlags | CF_READONLY);
+        CTextFileView::Open(path, childFlags | CF_READONLY);
 }
 
 } // namespace

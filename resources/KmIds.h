@@ -16,6 +16,8 @@
 /* Dialog templates and their own controls */
 #define IDD_GOTOLINE 330
 #define IDC_LINENUMBER 331
+#define IDD_GOTOADDRESS 335
+#define IDC_ADDRESS 336
 #define IDD_GREP 370
 #define IDC_GREP_SEARCH 371
 #define IDC_GREP_FILES 372
@@ -273,6 +275,9 @@
 #define IDS_CAUSE_ENDOFFILE 172
 #define IDS_CAUSE_GENERIC 173
 #define IDS_EMPTYFILE 174
+#define IDS_TOOLARGEVIEW 175
+#define IDS_UNIMPLEMENTED 176
+#define IDS_PRINTTITLE 177
 
 /* Questions and errors about paths */
 #define IDS_REPLACEEXISTING 180

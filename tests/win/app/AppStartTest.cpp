@@ -5,6 +5,7 @@
 #include "app/Settings.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
+#include "views/HexFileView.h"
 
 #include <dde.h>
 
@@ -111,7 +112,12 @@ TEST_F(AppStartTest, FileWordsOpenWhereTheyAreWithTheCaretAtTheirReferenceAndSwi
         ASSERT_NE(nullptr, child);
         EXPECT_EQ(row.place, CaretOf(child));
     }
-    EXPECT_EQ(5u, Children().size());
+    // An address opens a hex view with its byte selected.
+    auto* hex = dynamic_cast<CHexFileView*>(KmChildOf(ChildByCaption(FullLower("prog.exe"))));
+    ASSERT_NE(nullptr, hex);
+    EXPECT_EQ(1, hex->m_posCaret.line);
+    EXPECT_EQ(15, hex->m_posCaret.col);
+    EXPECT_EQ(6u, Children().size());
 }
 
 // --- DDE, driven by a client window of this thread

@@ -15,32 +15,6 @@ using namespace kmtest;
 namespace
 {
 
-std::string ClipboardText()
-{
-    std::string text = "<none>";
-    if (::OpenClipboard(nullptr)) {
-        if (HANDLE data = ::GetClipboardData(CF_TEXT)) {
-            text = static_cast<const char*>(::GlobalLock(data));
-            ::GlobalUnlock(data);
-        }
-        ::CloseClipboard();
-    }
-    return text;
-}
-
-void SetClipboardText(const char* text)
-{
-    ASSERT_TRUE(::OpenClipboard(nullptr));
-    ::EmptyClipboard();
-    if (text) {
-        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, strlen(text) + 1);
-        strcpy(static_cast<char*>(::GlobalLock(block)), text);
-        ::GlobalUnlock(block);
-        ::SetClipboardData(CF_TEXT, block);
-    }
-    ::CloseClipboard();
-}
-
 struct CommandCase {
     const char* what;
     UINT id;

@@ -7,6 +7,7 @@
 #include "resources/KmIds.h"
 #include "search/SearchRequest.h"
 
+#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -362,6 +363,32 @@ std::string EditBlock(HWND edit)
     const std::string copy = text ? text : "<no block>";
     ::LocalUnlock(block);
     return copy;
+}
+
+std::string ClipboardText()
+{
+    std::string text = "<none>";
+    if (::OpenClipboard(nullptr)) {
+        if (HANDLE data = ::GetClipboardData(CF_TEXT)) {
+            text = static_cast<const char*>(::GlobalLock(data));
+            ::GlobalUnlock(data);
+        }
+        ::CloseClipboard();
+    }
+    return text;
+}
+
+void SetClipboardText(const char* text)
+{
+    ASSERT_TRUE(::OpenClipboard(nullptr));
+    ::EmptyClipboard();
+    if (text) {
+        HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, strlen(text) + 1);
+        strcpy(static_cast<char*>(::GlobalLock(block)), text);
+        ::GlobalUnlock(block);
+        ::SetClipboardData(CF_TEXT, block);
+    }
+    ::CloseClipboard();
 }
 
 } // namespace kmtest

@@ -84,6 +84,9 @@ void RemoveTree(const std::string& dir);
 std::string ReadFileBytes(const std::string& path); // "<missing>" when it can't be read
 void WriteFileBytes(const std::string& path, const std::string& bytes);
 bool Exists(const std::string& path);
+// The clipboard's text, "<none>" when it holds none; null empties it.
+std::string ClipboardText();
+void SetClipboardText(const char* text);
 
 // The place of a window in the client area of another.
 RECT Place(HWND wnd, HWND in);

@@ -1,0 +1,208 @@
+#include "views/FixedRecordFile.h"
+#include "views/LineFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+// A file in memory; a length of its own stands for files too large to make.
+class MemorySource : public CByteSource
+{
+  public:
+    explicit MemorySource(std::string bytes, uint64_t length = 0)
+        : m_bytes(std::move(bytes)), m_length(length ? length : m_bytes.size())
+    {
+    }
+    uint64_t GetLength() override { return m_length; }
+    uint32_t GetPosition() override { return m_pos; }
+    void Seek(uint32_t offset) override { m_pos = offset; }
+    uint32_t Read(void* buffer, uint32_t count) override
+    {
+        const uint32_t left = m_pos < m_bytes.size() ? uint32_t(m_bytes.size() - m_pos) : 0;
+        count = count < left ? count : left;
+        memcpy(buffer, m_bytes.data() + m_pos, count);
+        m_pos += count;
+        return count;
+    }
+
+  private:
+    std::string m_bytes;
+    uint64_t m_length;
+    uint32_t m_pos = 0;
+};
+
+std::unique_ptr<CByteSource> Source(const std::string& bytes, uint64_t length = 0)
+{
+    return std::make_unique<MemorySource>(bytes, length);
+}
+
+std::string ReadLine(CRecordFile& file, int32_t line, int max = 8192)
+{
+    std::vector<char> buffer(max + 1);
+    if (file.SeekRecord(line) != line)
+        return "<no seek>";
+    const int length = file.ReadRecord(buffer.data(), max);
+    return length < 0 ? "<end>" : std::string(buffer.data(), length);
+}
+
+struct ScanCase {
+    const char* note;
+    std::string bytes;
+    std::vector<uint32_t> index;
+    int recordSize, terminator;
+    std::vector<int> lengths;
+};
+
+TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
+{
+    // Its CR ends the scan's first piece and a record block, the LF starts the next.
+    const std::string longLine(0x3FFFF, 'x');
+    const ScanCase rows[] = {
+        // clang-format off
+        {"empty", "", {0}, 0, 0, {}},
+        {"CR LF", "ab\r\n", {0, 4}, 2, 0, {2}},
+        {"unterminated", "ab", {0, 4}, 2, 0, {2}},
+        {"LF, unterminated last", "ab\ncd", {0, 3, 6}, 2, 1, {2, 2}},
+        {"no empty last line", "a\nbcd\n", {0, 2, 6}, 3, 1, {1, 3}},
+        {"LF CR is two ends", "a\n\rb", {0, 2, 3, 5}, 1, 2, {1, 0, 1}},
+        {"CR, then CR LF", "a\r\r\nb", {0, 2, 4, 6}, 1, 2, {1, 1, 1}},
+        {"mixed: CR LF keeps its CR", "ab\r\ncd\n", {0, 4, 7}, 3, 1, {3, 2}},
+        {"CR LF across blocks", longLine + "\r\ny", {0, 0x40001, 0x40004}, 0x3FFFF, 0, {0x3FFFF, 1}},
+        {"control byte counted twice", "abcdefghij\x01klmno\nb\n", {0, 18, 20}, 17, 1, {17, 1}},
+        {"tab, VT and FF are text", "\tint a;\tint b;\t\v\f\n", {0, 18}, 17, 1, {17}},
+        // clang-format on
+    };
+    for (const ScanCase& row : rows) {
+        SCOPED_TRACE(row.note);
+        CLineFile file(8);
+        std::vector<unsigned> asked;
+        file.SetQuestion([&](unsigned value) { return asked.push_back(value), true; });
+        ASSERT_EQ(RECORD_OPEN, file.Open(Source(row.bytes)));
+        std::vector<uint32_t> index;
+        for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
+            index.push_back(file.LineStart(line));
+        EXPECT_EQ(row.index, index);
+        EXPECT_EQ(row.recordSize, file.m_nRecordSize);
+        EXPECT_EQ(row.terminator, file.m_nTerminator);
+        EXPECT_EQ(row.bytes.size(), file.m_nFileLength);
+        std::vector<int> lengths;
+        for (int32_t i = 0; i <= file.m_nRecordCount; ++i)
+            lengths.push_back(file.GetRecordLength(i));
+        lengths.pop_back();
+        EXPECT_EQ(row.lengths, lengths);
+        EXPECT_EQ(0, file.GetRecordLength(file.m_nRecordCount)); // the phantom line
+        EXPECT_EQ(row.bytes.find('\x01') != std::string::npos ? 1u : 0u, asked.size());
+    }
+}
+
+TEST(LineFile, ControlByteRefusedOrTooLargeLeavesItClosed)
+{
+    CLineFile file(8);
+    file.SetQuestion([](unsigned value) { return value != 2; });
+    EXPECT_EQ(RECORD_REFUSED, file.Open(Source("ok\n\x02\n")));
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(RECORD_OPEN, file.Open(Source("a\x03\x02\n"))); // asked once, for 3
+    EXPECT_EQ(RECORD_TOOLARGE, file.Open(Source("a\n", 0xFFFFFFFEull)));
+    EXPECT_EQ(RECORD_TOOLARGE, file.Open(Source("a\n", 0x100000000ull)));
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(0, file.m_nRecordCount);
+    CFixedRecordFile hex(16);
+    EXPECT_EQ(RECORD_OPEN, hex.Open(Source("a", 0xFFFFFFFFull)));
+    EXPECT_EQ(RECORD_TOOLARGE, hex.Open(Source("a", 0x100000000ull)));
+}
+
+// Lines of all lengths around the block size, read forward, backward and
+// with short buffers, each read leaving the next line to follow.
+TEST(LineFile, ReadsForwardAndBackwardAcrossBlocks)
+{
+    std::string bytes;
+    std::vector<std::string> lines;
+    for (int i = 0; i < 400; ++i) {
+        lines.push_back(std::to_string(i) + std::string(size_t(i * 37 % 300), 'a' + i % 26));
+        bytes += lines.back() + (i % 3 ? "\n" : "\r\n");
+    }
+    CLineFile file(8);
+    ASSERT_EQ(RECORD_OPEN, file.Open(Source(bytes)));
+    ASSERT_EQ(400, file.m_nRecordCount);
+    for (int i = 399; i >= 0; --i)
+        ASSERT_EQ(lines[size_t(i)], ReadLine(file, i)) << i;
+    ASSERT_EQ(0, file.SeekRecord(0));
+    char buffer[4];
+    for (int i = 0; i < 400; ++i) {
+        const int length = file.ReadRecord(buffer, 4);
+        ASSERT_EQ(lines[size_t(i)].substr(0, 4), std::string(buffer, size_t(length))) << i;
+    }
+    EXPECT_EQ(-1, file.ReadRecord(buffer, 4));
+    EXPECT_EQ(-1, file.SeekRecord(400));
+    EXPECT_EQ(-2, file.SeekRecord(-1));
+}
+
+TEST(LineFile, ExpandedReadStopsAtTheColumnLimitAndStepsToTheNextLine)
+{
+    CLineFile file(4);
+    ASSERT_EQ(RECORD_OPEN, file.Open(Source("\tab\tc\r\n" + std::string(300, 'x') + "\nz\n")));
+    char row[256];
+    const struct {
+        int max, length;
+        const char* text;
+    } rows[] = {{256, 9, "    ab  c"}, {256, 255, nullptr}, {256, 1, "z"}, {256, -1, nullptr}};
+    file.SeekRecord(0);
+    for (const auto& expected : rows) {
+        EXPECT_EQ(expected.length, file.ReadExpandedRecord(row, expected.max));
+        if (expected.text) {
+            EXPECT_STREQ(expected.text, row);
+        }
+    }
+    file.SetTabWidth(8);
+    file.SeekRecord(0);
+    EXPECT_EQ(3, file.ReadExpandedRecord(row, 4)); // the tab stops at the limit
+    EXPECT_STREQ("   ", row);
+}
+
+TEST(FixedRecordFile, CountsShortLastRecordAndSeeksUpToTheEnd)
+{
+    const struct {
+        size_t size;
+        int32_t count, lastRead, seekPastLast;
+    } rows[] = {{33, 3, 1, -1}, {32, 2, 16, 2}, {1, 1, 1, -1}, {0, 0, 0, 0}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.size);
+        CFixedRecordFile file(16);
+        ASSERT_EQ(RECORD_OPEN, file.Open(Source(std::string(row.size, 'q'))));
+        EXPECT_EQ(row.count, file.m_nRecordCount);
+        char record[16];
+        if (row.count) {
+            EXPECT_EQ(row.count - 1, file.SeekRecord(row.count - 1));
+            EXPECT_EQ(row.lastRead, file.ReadRecord(record, 0));
+        }
+        EXPECT_EQ(0, file.ReadRecord(record, 0));
+        EXPECT_EQ(row.seekPastLast, file.SeekRecord(row.count));
+    }
+}
+
+TEST(FixedRecordFile, RecordsAcrossTheBlockBorderBackwardAndForward)
+{
+    std::string bytes;
+    for (int i = 0; i < 10000; ++i)
+        bytes += char(i * 7);
+    CFixedRecordFile file(16);
+    ASSERT_EQ(RECORD_OPEN, file.Open(Source(bytes)));
+    char record[16];
+    for (int32_t n : {400, 255, 256, 128, 127, 0, 624}) {
+        ASSERT_EQ(n, file.SeekRecord(n));
+        const int length = file.ReadRecord(record, 0);
+        ASSERT_EQ(bytes.substr(size_t(n) * 16, 16), std::string(record, size_t(length))) << n;
+        EXPECT_EQ(n + 1, file.m_nCurRecord);
+    }
+    EXPECT_EQ(-1, file.SeekRecord(626));
+    char raw[3];
+    EXPECT_EQ(3u, file.ReadAt(4095, raw, 3));
+    EXPECT_EQ(bytes.substr(4095, 3), std::string(raw, 3));
+}
+
+} // namespace

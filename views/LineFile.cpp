@@ -1,0 +1,302 @@
+#include "views/LineFile.h"
+
+#include <cstring>
+#include <new>
+
+namespace
+{
+
+// The index is kept in pieces of this many line starts: an array grown
+// step by step is copied again and again, and on the platform's heap that
+// costs more than the scan itself.
+const uint32_t kPieceShift = 16;
+const uint32_t kPieceSize = 1u << kPieceShift;
+
+// The scan reads in larger pieces than the record block: it is the one pass
+// over the whole file, and the calls to the file layer are what it costs.
+const uint32_t kScanChunk = 0x40000;
+
+const uint64_t kOnes = 0x0101010101010101ull;
+const uint64_t kHighs = 0x8080808080808080ull;
+
+uint64_t Load(const unsigned char* bytes)
+{
+    uint64_t word;
+    memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+// The high bit of each byte of word that is zero, and perhaps of some above
+// the lowest such byte: that one is always right.
+uint64_t ZeroBytes(uint64_t word)
+{
+    return (word - kOnes) & ~word & kHighs;
+}
+
+// Where the next CR or LF stands in bytes, or end. Eight bytes at a time;
+// the lowest byte of a word is its first, as on every target of the program.
+uint32_t FindLineEnd(const unsigned char* bytes, uint32_t from, uint32_t end)
+{
+    for (; from + 8 <= end; from += 8) {
+        const uint64_t word = Load(bytes + from);
+        if (const uint64_t hits =
+                ZeroBytes(word ^ (kOnes * '\n')) | ZeroBytes(word ^ (kOnes * '\r')))
+            return from + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
+    }
+    while (from < end && bytes[from] != '\n' && bytes[from] != '\r')
+        ++from;
+    return from;
+}
+
+// The high bit of each byte of word below high (at most 128), and with low
+// also above low: exact for every byte, as no byte borrows from the next.
+uint64_t BytesBelow(uint64_t word, unsigned high)
+{
+    return (kOnes * (127 + high) - (word & (kOnes * 127))) & ~word & kHighs;
+}
+
+uint64_t BytesBetween(uint64_t word, unsigned low, unsigned high)
+{
+    return BytesBelow(word, high) & ((word & (kOnes * 127)) + kOnes * (127 - low));
+}
+
+// Where the first control byte stands that no text holds (below 32, but not
+// tab, LF, VT, FF or CR), or count.
+uint32_t FindForeignByte(const unsigned char* bytes, uint32_t count)
+{
+    uint32_t from = 0;
+    for (; from + 8 <= count; from += 8) {
+        const uint64_t word = Load(bytes + from);
+        if (const uint64_t hits = BytesBelow(word, ' ') & ~BytesBetween(word, '\b', 14))
+            return from + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
+    }
+    for (; from < count; ++from)
+        if (bytes[from] < ' ' && (bytes[from] < '\t' || bytes[from] > '\r'))
+            return from;
+    return count;
+}
+
+bool IsTerminator(int byte)
+{
+    return byte == '\r' || byte == '\n';
+}
+
+} // namespace
+
+CLineFile::~CLineFile()
+{
+    Close();
+}
+
+void CLineFile::Close()
+{
+    CRecordFile::Close();
+    m_pieces.clear();
+    m_nCurRecord = m_nRecordCount = 0;
+}
+
+RecordOpenResult CLineFile::Open(std::unique_ptr<CByteSource> source)
+{
+    RecordOpenResult result = CRecordFile::Open(std::move(source));
+    // Two more than the length must fit an index entry: the unterminated
+    // last line's sentinel.
+    if (result == RECORD_OPEN && m_nFileLength > UINT32_MAX - 2)
+        result = RECORD_TOOLARGE;
+    if (result == RECORD_OPEN)
+        result = Scan();
+    if (result != RECORD_OPEN)
+        Close();
+    return result;
+}
+
+// A line ends: its start becomes the next entry, and the longest line with
+// its terminator is kept. The index grows while one entry is still free,
+// so that the sentinel always has its place.
+uint32_t CLineFile::LineStart(int32_t line) const
+{
+    const uint32_t n = static_cast<uint32_t>(line);
+    return m_pieces[n >> kPieceShift][n & (kPieceSize - 1)];
+}
+
+bool CLineFile::StoreStart(uint32_t n, uint32_t start)
+{
+    if ((n & (kPieceSize - 1)) == 0) {
+        try {
+            m_pieces.emplace_back(new uint32_t[kPieceSize]);
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
+    m_pieces[n >> kPieceShift][n & (kPieceSize - 1)] = start;
+    return true;
+}
+
+// Room is always left for the sentinel behind the last line.
+RecordOpenResult CLineFile::AddLine(uint32_t start, uint32_t end)
+{
+    if (m_nRecordCount == INT32_MAX - 1)
+        return RECORD_TOOLARGE;
+    if (!StoreStart(static_cast<uint32_t>(m_nRecordCount), start))
+        return RECORD_NOMEMORY;
+    ++m_nRecordCount;
+    if (end - start > static_cast<uint32_t>(m_nRecordSize))
+        m_nRecordSize = static_cast<int32_t>(end - start);
+    return RECORD_OPEN;
+}
+
+RecordOpenResult CLineFile::Scan()
+{
+    m_nTerminator = 0;
+    m_nRecordSize = 0;
+    std::unique_ptr<unsigned char[]> chunk(new (std::nothrow) unsigned char[kScanChunk]);
+    if (!chunk)
+        return RECORD_NOMEMORY;
+    m_source->Seek(0);
+    // Line starts count the bytes consumed; after the question for a control
+    // byte that byte is counted twice, so every later line start lies one
+    // byte late. Kept as the scan always had it.
+    uint32_t shift = 0, lineStart = 0, base = 0;
+    bool warned = false, pendingCR = false;
+    auto endLine = [&](uint32_t end) {
+        const RecordOpenResult added = AddLine(lineStart, end);
+        lineStart = end;
+        return added;
+    };
+    // A CR ends its line with the LF behind it as a pair, or alone as a
+    // terminator of its own; it may stand at the end of one piece read.
+    auto scanRange = [&](const unsigned char* bytes, uint32_t i, uint32_t end) {
+        while (i < end) {
+            if (pendingCR) {
+                pendingCR = false;
+                const bool pair = bytes[i] == '\n';
+                if (!pair)
+                    m_nTerminator = 2;
+                if (RecordOpenResult added = endLine(base + i + shift + (pair ? 1 : 0)))
+                    return added;
+                i += pair ? 1 : 0;
+                continue;
+            }
+            i = FindLineEnd(bytes, i, end);
+            if (i == end)
+                break;
+            if (bytes[i] == '\r') {
+                pendingCR = true;
+            } else {
+                m_nTerminator = 1;
+                if (RecordOpenResult added = endLine(base + i + 1 + shift))
+                    return added;
+            }
+            ++i;
+        }
+        return RECORD_OPEN;
+    };
+    while (const uint32_t count = m_source->Read(chunk.get(), kScanChunk)) {
+        const unsigned char* bytes = chunk.get();
+        const uint32_t foreign = warned ? count : FindForeignByte(bytes, count);
+        if (RecordOpenResult scanned = scanRange(bytes, 0, foreign))
+            return scanned;
+        if (foreign < count) {
+            warned = true;
+            if (m_question && !m_question(bytes[foreign]))
+                return RECORD_REFUSED;
+            shift = 1;
+            if (RecordOpenResult scanned = scanRange(bytes, foreign, count))
+                return scanned;
+        }
+        base += count;
+    }
+    if (pendingCR) {
+        m_nTerminator = 2;
+        if (RecordOpenResult added = endLine(m_nFileLength + shift))
+            return added;
+    }
+    const uint32_t consumed = m_nFileLength + shift;
+    uint32_t sentinel = lineStart;
+    if (lineStart < consumed) {
+        // The extra bytes stand for the terminator the line lacks, so that
+        // its length comes out as for any other line.
+        sentinel = m_nFileLength + (m_nTerminator ? 1 : 2);
+        if (RecordOpenResult added = AddLine(lineStart, sentinel))
+            return added;
+    }
+    if (m_nRecordSize)
+        --m_nRecordSize;
+    if (m_nRecordSize && !m_nTerminator)
+        --m_nRecordSize;
+    if (!StoreStart(static_cast<uint32_t>(m_nRecordCount), sentinel))
+        return RECORD_NOMEMORY;
+    m_source->Seek(0);
+    return RECORD_OPEN;
+}
+
+int CLineFile::GetRecordLength(int32_t record)
+{
+    if (record < 0 || record >= m_nRecordCount)
+        return 0;
+    int length = static_cast<int>(LineStart(record + 1) - LineStart(record)) - 1;
+    if (length > 0 && !m_nTerminator)
+        --length;
+    return length;
+}
+
+int32_t CLineFile::SeekRecord(int32_t record)
+{
+    if (record < 0)
+        return -2;
+    if (record >= m_nRecordCount)
+        return -1;
+    SeekOffset(LineStart(record));
+    m_nCurRecord = record;
+    return record;
+}
+
+int CLineFile::ReadRecord(char* dest, int max)
+{
+    if (m_nCurRecord < 0 || m_nCurRecord >= m_nRecordCount)
+        return -1;
+    const uint32_t span = LineStart(m_nCurRecord + 1) - LineStart(m_nCurRecord);
+    int stored = 0;
+    for (uint32_t i = 0; i < span; ++i) {
+        const int byte = ReadByte();
+        if (byte < 0)
+            break;
+        if (stored < max)
+            dest[stored++] = static_cast<char>(byte);
+    }
+    while (stored > 0 && IsTerminator(static_cast<unsigned char>(dest[stored - 1])))
+        --stored;
+    ++m_nCurRecord;
+    return stored;
+}
+
+int CLineFile::ReadExpandedRecord(char* dest, int max)
+{
+    if (m_nCurRecord < 0 || m_nCurRecord >= m_nRecordCount)
+        return -1;
+    const int limit = max - 1;
+    const int tab = m_nTabWidth > 0 ? m_nTabWidth : 1;
+    const uint32_t span = LineStart(m_nCurRecord + 1) - LineStart(m_nCurRecord);
+    int column = 0;
+    for (uint32_t i = 0; i < span; ++i) {
+        const int byte = ReadByte();
+        if (byte < 0)
+            break;
+        if (byte == '\t') {
+            do {
+                if (column < limit)
+                    dest[column] = ' ';
+                ++column;
+            } while (column % tab != 0 && column < limit);
+        } else {
+            if (column < limit)
+                dest[column] = static_cast<char>(byte);
+            ++column;
+        }
+    }
+    int stored = column < limit ? column : limit;
+    while (stored > 0 && IsTerminator(static_cast<unsigned char>(dest[stored - 1])))
+        --stored;
+    dest[stored] = '\0';
+    ++m_nCurRecord;
+    return stored;
+}
