@@ -25,34 +25,21 @@ class CPlainChild : public CKmChild
     CPlainChild() : CKmChild(CF_HSCROLL) {}
 };
 
-// Takes every command and keeps the ids in the order they came; also takes
-// a registered message, and has an entry for one never registered.
-const UINT g_testMessage = ::RegisterWindowMessageA("KmShellTestMessage");
-const UINT g_neverRegistered = 0;
-
+// Takes every command and keeps the ids in the order they came.
 class CRecordingChild : public CKmChild
 {
   public:
     CRecordingChild() : CKmChild(0) {}
     std::vector<UINT> ids;
-    std::vector<LPARAM> registered;
 
   protected:
     void OnAnyCommand(UINT id) { ids.push_back(id); }
-    LRESULT OnRegistered(WPARAM wParam, LPARAM lParam)
-    {
-        registered.insert(registered.end(), {static_cast<LPARAM>(wParam), lParam});
-        return 42;
-    }
-    LRESULT OnNeverRegistered(WPARAM, LPARAM) { return registered.push_back(-1), 0; }
     DECLARE_MESSAGE_MAP()
 };
 
 // clang-format off
 BEGIN_MESSAGE_MAP(CRecordingChild, CKmChild)
-    ON_REGISTERED_MESSAGE(&g_neverRegistered, OnNeverRegistered)
     ON_COMMAND_RANGE(1, 0xEFFF, OnAnyCommand)
-    ON_REGISTERED_MESSAGE(&g_testMessage, OnRegistered)
 END_MESSAGE_MAP()
 // clang-format on
 
@@ -487,19 +474,6 @@ TEST_F(ShellTest, AHandlerInTheChildShadowsTheFramesAndACommandNobodyHandlesDoes
     EXPECT_EQ(first, m_frame->m_pActiveChild);
 }
 
-TEST_F(ShellTest, RegisteredMessagesFindTheirHandlers)
-{
-    CRecordingChild* child = MakeChild<CRecordingChild>("registered");
-    ASSERT_NE(0u, g_testMessage);
-    EXPECT_EQ(42, ::SendMessageA(child->m_hWnd, g_testMessage, 7, -9));
-    // An entry whose message was never registered takes nothing, not even
-    // message 0; nor does the entry catch another registered message.
-    ::SendMessageA(child->m_hWnd, WM_NULL, 0, 0);
-    ::SendMessageA(child->m_hWnd, ::RegisterWindowMessageA("KmShellTestOther"), 1, 2);
-    EXPECT_EQ((std::vector<LPARAM>{7, -9}), child->registered);
-    EXPECT_TRUE(child->ids.empty());
-}
-
 // --- arranging and closing all
 
 TEST_F(ShellTest, ArrangeCommandsSetTheArrangementAndPlaceTheWindows)
@@ -642,24 +616,6 @@ TEST_F(ShellTest, TheClockAndTheLayoutFollowTheBarWhileThereIsOne)
                    now = Place(MdiClient(), m_frameWnd);
         EXPECT_TRUE(::EqualRect(&expected, &place)) << bar;
         EXPECT_TRUE(::EqualRect(&place, &now)) << bar;
-    }
-}
-
-// --- the end of the frame: both menus and the context menu go with it
-
-TEST_F(ShellTest, TheFrameLetsGoOfEveryMenuAtItsEnd)
-{
-    for (int children : {0, 1, 2}) { // none, one, one maximised
-        SCOPED_TRACE(children);
-        if (children)
-            MakeChild<CPlainChild>("plain", children == 2);
-        ASSERT_TRUE(m_frame->m_menuPopup.LoadMenu(IDR_MENU_POPUP));
-        const HMENU menus[] = {m_frame->m_menuNoFile.m_hMenu, m_frame->m_menuFile.m_hMenu,
-                               m_frame->m_menuPopup.m_hMenu};
-        EXPECT_TRUE(CloseFrame());
-        for (HMENU menu : menus)
-            EXPECT_FALSE(::IsMenu(menu));
-        ASSERT_TRUE(Start());
     }
 }
 

@@ -126,42 +126,6 @@ TEST_F(StatusBarTest, TextsFromTheStringTableAndTimedTexts)
     EXPECT_EQ("Stays", WindowText(bar.GetHwnd()));
 }
 
-// Renders the bar's client area into a bitmap, through WM_PRINTCLIENT.
-std::vector<DWORD> Render(HWND wnd)
-{
-    RECT client;
-    ::GetClientRect(wnd, &client);
-    BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), client.right, -client.bottom, 1, 32}}; // top down
-    void* bits = nullptr;
-    HBITMAP bitmap = ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HDC dc = ::CreateCompatibleDC(nullptr);
-    HGDIOBJ old = ::SelectObject(dc, bitmap);
-    ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
-    ::SendMessageA(wnd, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
-    ::GdiFlush();
-    const DWORD* pixels = static_cast<const DWORD*>(bits);
-    std::vector<DWORD> copy(pixels, pixels + client.right * client.bottom);
-    ::SelectObject(dc, old);
-    ::DeleteDC(dc);
-    ::DeleteObject(bitmap);
-    return copy;
-}
-
-TEST_F(StatusBarTest, LongTextIsKeptWholeAndPaintedTo127Characters)
-{
-    std::string text;
-    for (int i = 0; i < 200; ++i)
-        text += static_cast<char>('a' + i % 26);
-    bar.Resize(BarFontWidth(text) + 40, 300); // wide enough for every character
-    bar.SetText(text.c_str(), 0);
-    EXPECT_EQ(text, WindowText(bar.GetHwnd()));
-    const std::vector<DWORD> whole = Render(bar.GetHwnd());
-    bar.SetText(text.substr(0, 127).c_str(), 0);
-    EXPECT_TRUE(whole == Render(bar.GetHwnd()));
-    bar.SetText(text.substr(0, 126).c_str(), 0);
-    EXPECT_FALSE(whole == Render(bar.GetHwnd()));
-}
-
 TEST_F(StatusBarTest, ChoicesTogglesAndPositionsShowTheirTexts)
 {
     AddFramePanes();
