@@ -188,8 +188,8 @@ TEST(CompareEngine, YieldsCancelsAndAnEmptyHeap)
     EXPECT_EQ("11a11\r\n> other\r\n41,48d42\r\n< a\r\n< b\r\n< c\r\n< d\r\n< e\r\n< f\r\n",
               out.text);
 
-    struct Cancelling : Listing {
-        bool Poll() override { throw 7; }
+    struct Cancelling : Listing { // at the second difference's header
+        bool Poll() override { return ++yields < 3 ? true : throw 7; }
     } cancelling;
     struct NoHeap : CCompare {
         using CCompare::CCompare;
@@ -197,6 +197,7 @@ TEST(CompareEngine, YieldsCancelsAndAnEmptyHeap)
     };
     TextInput again0(a), again1(b), one0("a\n"), one1("a\n");
     EXPECT_THROW(CCompare(cancelling, CCompare::MODE_LISTING).Run(again0, again1), int);
+    EXPECT_EQ("11a11\r\n> other\r\n", cancelling.text);
     EXPECT_THROW(NoHeap(out, CCompare::MODE_LISTING).Run(one0, one1), std::bad_alloc);
 }
 
@@ -238,6 +239,7 @@ TEST(ExtractScan, RunsPiecesAndOffsets)
         {std::string(26, '\0') + "text\x01" + "abc", "[ -~][ -~][ -~][ -~]+",
          "f.bin(0x001a): text\r\n"},
         {bin + "ends", "[ -~][ -~][ -~][ -~]+", "f.bin(0x0003): ends\r\n"},
+        {"abc", "[ -~][ -~][ -~][ -~]+", ""},
         {"abc", "q*", ""}, // empty matches only
         {"aqqb", "q*", "f.bin(0x0001): qq\r\n"},
         {std::string("ab\0cd", 5) + "x", "[^x]+", "f.bin(0x0000): ab\r\n"},
