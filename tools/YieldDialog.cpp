@@ -42,7 +42,7 @@ bool CYieldDialog::ShowProgress(unsigned stringId, const char* argument)
     try {
         CString format;
         format.LoadString(stringId);
-        char text[256];
+        char text[1025]; // the most that wsprintfA writes
         wsprintfA(text, format, argument);
         m_strText = text;
     } catch (const std::bad_alloc&) {
