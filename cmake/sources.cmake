@@ -24,6 +24,7 @@ set(KM_CORE_SOURCES
   tools/DateFormat.cpp
   tools/ExtractScan.cpp
   tools/MacroText.cpp
+  ui/KeyRecords.cpp
   views/FixedRecordFile.cpp
   views/LineFile.cpp
   views/RecordFile.cpp
