@@ -57,6 +57,7 @@ set(KM_APP_SOURCES
   app/KmFrame.cpp
   app/FrameIntake.cpp
   app/FrameMenus.cpp
+  app/FrameKeys.cpp
   edit/EditCommands.cpp
   edit/EditSearch.cpp
   edit/GotoLineDialog.cpp
@@ -79,6 +80,7 @@ set(KM_APP_SOURCES
   tools/FileDir.cpp
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
+  ui/KeyTable.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
   tools/ToolList.cpp
