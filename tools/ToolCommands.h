@@ -9,9 +9,14 @@ class CToolCommands : public CKmCommands
   public:
     using CKmCommands::CKmCommands;
 
+    // The Tools popup takes the tools afresh once the list has changed.
+    void UpdatePopup(HMENU popup, int position, CKmChild* child) override;
+
   protected:
     void OnCompare();
     void OnExtractStrings();
+    // Starts the tool of the id; an id beyond the list does nothing.
+    void OnTool(UINT id);
 
     DECLARE_MESSAGE_MAP()
 };

@@ -1,0 +1,56 @@
+// The Tools popup built from the tool list, with the keys bound to tools.
+#include "app/MenuRules.h"
+#include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
+
+namespace
+{
+
+using kmtest::FrameTest;
+
+std::vector<std::string> ToolItems(HMENU popup)
+{
+    std::vector<std::string> items;
+    for (UINT id = ID_TOOL_FIRST; id <= ID_TOOL_LAST; ++id) {
+        char text[80] = "";
+        if (::GetMenuState(popup, id, MF_BYCOMMAND) == static_cast<UINT>(-1))
+            continue;
+        ::GetMenuStringA(popup, id, text, sizeof text, MF_BYCOMMAND);
+        items.push_back(text);
+    }
+    return items;
+}
+
+class ToolsMenu : public FrameTest
+{
+};
+
+TEST_F(ToolsMenu, PopupFollowsTheListAndTheKeys)
+{
+    // The section's key names beyond 256 bytes go unseen: commands alone here.
+    std::string twelve = "[Tools]\nToolCount=12\n";
+    for (char n = '0'; n <= '9'; ++n)
+        twelve += std::string("ToolCommand") + n + "=p.exe\n";
+    struct Row {
+        std::string ini;
+        std::vector<std::string> items;
+    } rows[] = {
+        {"", {"&Dialog Editor", "&Image Editor", "&Calculator"}},
+        {"[Tools]\nToolCount=5\nToolCommand0=a\nToolMenuText0=A\nToolCommand1=b\nToolMenuText1="
+         "B\nToolCommand2=c\nToolMenuText2=C\n"
+         "ToolCommand3=d\nToolMenuText3=D\n[Key Bindings]\ntool:3=49,9\nTool:4=50,9\n",
+         {"A", "B", "C", "D\tCtrl+1"}},
+        {twelve, std::vector<std::string>(10)},
+    };
+    for (const Row& row : rows) {
+        Write("kelmar.ini", row.ini);
+        ASSERT_TRUE(Start("-s"));
+        HMENU popup = OpenPopup(kNoFileWindowPopup);
+        EXPECT_EQ(row.items, ToolItems(popup)) << row.ini;
+        EXPECT_EQ(row.items, ToolItems(OpenPopup(kNoFileWindowPopup))) << "built once";
+        Command(ID_TOOL_FIRST + static_cast<UINT>(row.items.size())); // beyond: nothing
+        ASSERT_TRUE(CloseFrame());
+    }
+}
+
+} // namespace
