@@ -195,13 +195,3 @@ unsigned CommandByName(const char* name)
     }
     return 0;
 }
-
-bool CommandName(unsigned cmd, std::string& name)
-{
-    for (int i = 0; i < g_bindingNameCount; ++i)
-        if (g_bindingNames[i].id == cmd) {
-            name = g_bindingNames[i].name;
-            return true;
-        }
-    return false;
-}

@@ -37,7 +37,7 @@ void ParseBindingValue(const char* value, unsigned& key, unsigned& fVirt);
 // The index of the first record of cmd, or -1.
 int FindRecord(const KeyRecord* records, int count, unsigned cmd);
 
-// Key 0 removes the first record of cmd and closing the gap; any other key
+// Key 0 removes the first record of cmd, closing the gap; any other key
 // replaces its flags and key, or appends a record while there is room.
 // False when nothing was there to remove or no room was left.
 bool SetRecord(KeyRecord* records, int& count, int capacity, unsigned fVirt, unsigned key,
@@ -45,5 +45,3 @@ bool SetRecord(KeyRecord* records, int& count, int capacity, unsigned fVirt, uns
 
 // The binding name's command, without regard to case; 0 if unknown.
 unsigned CommandByName(const char* name);
-// The first binding name of cmd; false if none.
-bool CommandName(unsigned cmd, std::string& name);

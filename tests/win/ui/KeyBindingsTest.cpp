@@ -16,9 +16,7 @@ std::string MenuText(HMENU menu, UINT id)
     return text;
 }
 
-class KeyBindings : public FrameTest
-{
-};
+using KeyBindings = FrameTest;
 
 TEST_F(KeyBindings, SettingsAtStartRebindKeysAndMenuTexts)
 {
@@ -35,7 +33,7 @@ TEST_F(KeyBindings, SettingsAtStartRebindKeysAndMenuTexts)
         {true, ID_FILE_NEW, "&New\tF12"},          // in both menus
         {false, ID_FILE_OPEN, "&Open...\tCtrl+O"}, // "78" alone: skipped
         {true, ID_WINDOW_CLOSEALL, "C&lose All\tCtrl+Alt+W"}, // a tab added
-        {false, ID_FILE_EXIT, "E&xit"},                             // no such key
+        {false, ID_FILE_EXIT, "E&xit"},                       // no such key
     };
     for (const Row& row : rows) {
         HMENU menu = row.fileMenu ? m_frame->m_menuFile.m_hMenu : m_frame->m_menuNoFile.m_hMenu;
