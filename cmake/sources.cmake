@@ -81,6 +81,7 @@ set(KM_APP_SOURCES
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
   tools/ToolArgsDialog.cpp
+  tools/RunDialog.cpp
   ui/KeyTable.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp

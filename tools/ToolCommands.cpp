@@ -7,6 +7,7 @@
 #include "tools/CompareTool.h"
 #include "tools/ExtractTool.h"
 #include "tools/RunCommand.h"
+#include "tools/RunDialog.h"
 #include "tools/ToolArgsDialog.h"
 
 IMPLEMENT_DYNAMIC(CToolCommands, CKmCommands)
@@ -16,7 +17,7 @@ BEGIN_MESSAGE_MAP(CToolCommands, CKmCommands)
     ON_COMMAND_RANGE(ID_FILE_MANAGE, ID_FILE_MANAGE, OnNotYet)
     ON_COMMAND(ID_TOOL_COMPARE, OnCompare)
     ON_COMMAND(ID_TOOL_EXTRACTSTRINGS, OnExtractStrings)
-    ON_COMMAND_RANGE(ID_TOOL_RUN, ID_TOOL_RUN, OnNotYet)
+    ON_COMMAND(ID_TOOL_RUN, OnRun)
     ON_COMMAND_RANGE(ID_TOOL_FIRST, ID_TOOL_LAST, OnTool)
 END_MESSAGE_MAP()
 // clang-format on
@@ -62,4 +63,14 @@ void CToolCommands::OnTool(UINT id)
         arguments += dialog.m_strArguments;
     }
     RunCommand(&m_frame, tool.m_strCommand, arguments, tool.m_strInitDir, tool.m_bMinimized != 0);
+}
+
+void CToolCommands::OnRun()
+{
+    do {
+        CRunDialog dialog(m_frame.m_hWnd, m_run);
+        if (dialog.DoModal() != IDOK)
+            return;
+    } while (!RunCommand(&m_frame, m_run.m_strCommand, m_run.m_strArguments, m_run.m_strInitDir,
+                         m_run.m_bMinimized != 0));
 }

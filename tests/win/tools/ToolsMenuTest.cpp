@@ -67,4 +67,25 @@ TEST_F(ToolsMenu, PromptAsksWithTheCommandAsTitle)
         << Read("out.txt");
 }
 
+// Run asks again after a failure; the program ends at the first blank.
+TEST_F(ToolsMenu, RunSplitsTheLineAndAsksAgainUntilAProgramStarts)
+{
+    ASSERT_TRUE(Start("-s"));
+    auto typed = [](const char* line) {
+        return [line](HWND box) { ::SetDlgItemTextA(box, IDC_RUN_COMMAND, line); };
+    };
+    m_boxes.Queue(IDOK, typed("nosuch.exe x"));
+    m_boxes.Queue({IDOK});
+    m_boxes.Queue(IDOK, typed("cmd.exe   /c echo r> run.txt"));
+    m_boxes.Queue({IDCANCEL});
+    Command(ID_TOOL_RUN);
+    Command(ID_TOOL_RUN);
+    const auto& boxes = m_boxes.Boxes();
+    ASSERT_EQ(4u, boxes.size());
+    EXPECT_EQ("Cannot open\n'nosuch.exe'", boxes[1].text);
+    EXPECT_EQ("nosuch.exe x", boxes[2].field);
+    EXPECT_EQ("cmd.exe /c echo r> run.txt", boxes[3].field);
+    EXPECT_TRUE(kmtest::PumpUntil([&] { return Read("run.txt") == "r\r\n"; }, 10000));
+}
+
 } // namespace
