@@ -223,6 +223,7 @@ bool CKmApp::InitInstance()
             delete frame;
         return false;
     }
+    frame->ApplyKeyBindings(false);
     const bool showMaximised = maximised && m_nCmdShow != SW_SHOWMINNOACTIVE;
     ::ShowWindow(frame->m_hWnd, showMaximised ? SW_SHOWMAXIMIZED : m_nCmdShow);
     ::UpdateWindow(frame->m_hWnd);

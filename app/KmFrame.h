@@ -40,6 +40,12 @@ class CKmFrame : public CMDIFrameWnd
 
     bool PreTranslateMessage(MSG* msg) override;
 
+    // FrameKeys.cpp: the accelerators of resource 2 with the settings'
+    // Key Bindings over them; reloadMenus after a change of project.
+    bool ApplyKeyBindings(bool reloadMenus);
+    // The key text behind the tab of the command's items in both menus.
+    void SetMenuKey(UINT cmd, const char* text);
+
     int m_nMenu = IDR_MENU_NOFILE; // the menu on show
     CKmChild* m_pActiveChild = nullptr;
     void* m_pFileManager = nullptr;

@@ -24,6 +24,7 @@ set(KM_CORE_SOURCES
   tools/DateFormat.cpp
   tools/ExtractScan.cpp
   tools/MacroText.cpp
+  ui/KeyRecords.cpp
   views/FixedRecordFile.cpp
   views/LineFile.cpp
   views/RecordFile.cpp
@@ -56,6 +57,7 @@ set(KM_APP_SOURCES
   app/KmFrame.cpp
   app/FrameIntake.cpp
   app/FrameMenus.cpp
+  app/FrameKeys.cpp
   edit/EditCommands.cpp
   edit/EditSearch.cpp
   edit/GotoLineDialog.cpp
@@ -78,6 +80,9 @@ set(KM_APP_SOURCES
   tools/FileDir.cpp
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
+  tools/ToolArgsDialog.cpp
+  tools/RunDialog.cpp
+  ui/KeyTable.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
   tools/ToolList.cpp

@@ -39,6 +39,13 @@
 #define IDC_EXTRACT_FILES 462
 #define IDC_EXTRACT_PATTERN 463
 #define IDC_EXTRACT_BROWSE 464
+#define IDD_RUN 350
+#define IDC_RUN_DIR 351
+#define IDC_RUN_COMMAND 352
+#define IDC_RUN_MINIMIZED 353
+#define IDC_RUN_BROWSE 354
+#define IDD_TOOLARGS 492
+#define IDC_TOOLARGS_TEXT 493
 #define IDD_REPLACE 1541
 #define IDC_SCOPE 1542
 /* The file dialogs' own controls, beside the platform's; the templates are

@@ -2,6 +2,7 @@
 // built yet answer with the alert.
 #pragma once
 #include "app/KmCommands.h"
+#include "tools/ToolList.h"
 
 class CToolCommands : public CKmCommands
 {
@@ -9,9 +10,18 @@ class CToolCommands : public CKmCommands
   public:
     using CKmCommands::CKmCommands;
 
+    // The Tools popup takes the tools afresh once the list has changed.
+    void UpdatePopup(HMENU popup, int position, CKmChild* child) override;
+
   protected:
     void OnCompare();
     void OnExtractStrings();
+    // Starts the tool of the id; an id beyond the list does nothing.
+    void OnTool(UINT id);
+    // Asks again until the program starts or the user cancels.
+    void OnRun();
+
+    CToolEntry m_run; // the Run dialog's last program, for the session
 
     DECLARE_MESSAGE_MAP()
 };

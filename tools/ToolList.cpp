@@ -54,6 +54,8 @@ int CToolList::Add(const CToolEntry& entry)
 void CToolList::Load(const CIniStore& store)
 {
     RemoveAll();
+    for (CString& text : m_keyTexts)
+        text.Empty(); // the key bindings come after the list
     unsigned long count = kDefaultCount;
     store.GetInt(SECTION_TOOLS, "ToolCount", count, 10);
     if (count > kMaxTools) // a negative count too, which reads as a large one

@@ -34,6 +34,11 @@ class CToolList
     // Writes every tool and empties the list.
     void Save(CIniStore& store);
 
+    // The key bound to a tool, as a menu shows it behind a tab.
+    void SetKeyText(int index, const char* text) { m_keyTexts[index] = text; }
+    const CString& GetKeyText(int index) const { return m_keyTexts[index]; }
+
   private:
     std::vector<CToolEntry> m_entries;
+    CString m_keyTexts[kMaxTools];
 };
