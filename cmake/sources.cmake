@@ -69,6 +69,7 @@ set(KM_APP_SOURCES
   edit/TextFile.cpp
   help/HelpCommands.cpp
   print/PrintCommands.cpp
+  project/ProcessRunner.cpp
   project/ProjectCommands.cpp
   project/ProjectModel.cpp
   search/FindDialog.cpp
@@ -91,6 +92,7 @@ set(KM_APP_SOURCES
   views/GotoAddressDialog.cpp
   views/HexFileView.cpp
   views/TextFileView.cpp
+  views/LogFileView.cpp
 )
 
 set(KM_RESOURCE_FILES

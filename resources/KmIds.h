@@ -323,6 +323,7 @@
 #define IDS_KEY_PROJECT 302
 #define IDS_KEY_ENVIRONMENT 303
 #define IDS_KEY_TARGET 304
+#define IDS_KEY_TESTARGS 305
 #define IDS_KEY_DEBUGBUILD 306
 
 /* The three default tools, five strings each: command, menu text,

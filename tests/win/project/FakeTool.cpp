@@ -1,0 +1,25 @@
+// A stand-in for a compiler or a make: it prints its own command line, then
+// acts by its first argument. "fail" prints compiler-style errors and
+// fails, "lots" prints many lines and succeeds, "quiet" succeeds and
+// "none" fails, both silently (without the command line).
+#include <cstdio>
+#include <cstring>
+#include <windows.h>
+
+int main(int argc, char** argv)
+{
+    const char* mode = argc > 1 ? argv[1] : "";
+    if (!strcmp(mode, "quiet"))
+        return 0;
+    if (!strcmp(mode, "none"))
+        return 1;
+    printf("%s\n", ::GetCommandLineA());
+    if (!strcmp(mode, "lots")) {
+        for (int i = 0; i < 5000; ++i)
+            printf("line %d of a long listing\n", i);
+        return 0;
+    }
+    printf("src.c(2): error C2065: 'x' undeclared\n");
+    fprintf(stderr, "src.c(3,5): warning: unused\n");
+    return 2;
+}

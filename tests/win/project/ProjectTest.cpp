@@ -1,0 +1,128 @@
+// The Project menu's commands over a real frame, with real child processes:
+// the console helper, and a stand-in tool whose first argument says how it
+// ends.
+#include "app/IniStore.h"
+#include "app/KmApp.h"
+#include "app/KmFrame.h"
+#include "project/ProjectLines.h"
+#include "resources/KmIds.h"
+#include "support/WinTestSupport.h"
+
+using namespace kmtest;
+
+namespace
+{
+
+const char kLogTitle[] = "Project Command Error Log";
+
+class ProjectTest : public FrameTest
+{
+  protected:
+    // Starts in a project whose environment has no template, with the
+    // stand-in as its make.
+    void StartProject()
+    {
+        ASSERT_TRUE(Start("-s"));
+        theApp.m_strProjectDir = m_dir.c_str();
+        theApp.m_nEnvironment = SECTION_OTHER;
+        char exe[MAX_PATH];
+        ::GetModuleFileNameA(nullptr, exe, MAX_PATH);
+        std::string tool = exe;
+        tool = tool.substr(0, tool.rfind('\\') + 1) + "faketool.exe";
+        theApp.SetEnvironmentSetting("Builder", tool.c_str());
+    }
+    // Build with the stand-in acting as mode says, until it has ended.
+    void Build(const char* mode)
+    {
+        theApp.SetEnvironmentSetting("BuildArgs", mode);
+        Command(ID_PROJECT_BUILD);
+        ASSERT_TRUE(PumpUntil([&] { return !ProjectGrayed(ID_PROJECT_BUILD); }, 10000));
+        PumpUntilIdle();
+    }
+    // The item's state in the Project popup, wherever the menu on show has it.
+    bool ProjectGrayed(UINT id)
+    {
+        HMENU bar = ::GetMenu(m_frameWnd);
+        for (int i = 0; i < ::GetMenuItemCount(bar); ++i)
+            if (::GetMenuState(::GetSubMenu(bar, i), ID_PROJECT_BUILD, MF_BYCOMMAND) != UINT(-1))
+                return Grayed(OpenPopupAt(i), id);
+        ADD_FAILURE() << "no Project popup";
+        return false;
+    }
+    bool ViewLogGrayed() { return ProjectGrayed(ID_PROJECT_VIEWLOG); }
+    // The temporary files of the program.
+    static int TempFiles()
+    {
+        char dir[MAX_PATH];
+        ::GetTempPathA(MAX_PATH, dir);
+        WIN32_FIND_DATAA found;
+        HANDLE find = ::FindFirstFileA((std::string(dir) + "KMT*").c_str(), &found);
+        int count = 0;
+        for (BOOL more = find != INVALID_HANDLE_VALUE; more; more = ::FindNextFileA(find, &found))
+            ++count;
+        if (find != INVALID_HANDLE_VALUE)
+            ::FindClose(find);
+        return count;
+    }
+};
+
+// The templates' values as the frame reads them.
+TEST_F(ProjectTest, TemplatesGiveTheirLines)
+{
+    ASSERT_TRUE(Start("-s"));
+    const EnvLookup env = [](unsigned id) {
+        CString value;
+        theApp.GetEnvironmentSetting(id, value);
+        return value.str();
+    };
+    theApp.m_nEnvironment = SECTION_ENVIRONMENT; // Microsoft C
+    CompileParts parts;
+    ASSERT_TRUE(ComposeCompile("a.rc", false, env, parts));
+    EXPECT_EQ("rc.exe   a.rc", CompileLine(parts, "a.rc", ""));
+    theApp.m_nEnvironment = SECTION_ENVIRONMENT + 2; // Zortech C
+    EXPECT_EQ("make.exe  DEBUG=1", BuildLine(true, env));
+}
+
+TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
+{
+    Write("src.c", "one\r\ntwo\r\nthree\r\n");
+    StartProject();
+    const int before = TempFiles();
+    Build("quiet");
+    EXPECT_TRUE(ViewLogGrayed());
+    EXPECT_EQ(before, TempFiles());
+    Build("lots");
+    EXPECT_FALSE(ViewLogGrayed());
+    EXPECT_EQ(before + 1, TempFiles());
+    EXPECT_TRUE(ChildCaptions().empty());
+
+    // The second Build while the first runs is refused.
+    theApp.SetEnvironmentSetting("BuildArgs", "fail");
+    ::PostMessageA(m_frameWnd, WM_COMMAND, ID_PROJECT_BUILD, 0);
+    ::PostMessageA(m_frameWnd, WM_COMMAND, ID_PROJECT_BUILD, 0);
+    ASSERT_TRUE(PumpUntil([&] { return ChildByCaption(kLogTitle) != nullptr; }, 10000));
+    PumpUntilIdle(200);
+    EXPECT_EQ(1u, Children().size());
+    EXPECT_TRUE(ViewLogGrayed());
+    EXPECT_EQ(before + 1, TempFiles()); // the unviewed output is gone, the view's is there
+
+    // The first error line leads to the source line.
+    HWND log = ChildByCaption(kLogTitle);
+    ::SendMessageA(log, WM_KEYDOWN, VK_DOWN, 0);
+    Command(ID_SEARCH_GOTOLINE);
+    HWND source = ChildByCaption(FullLower("src.c"));
+    ASSERT_NE(nullptr, source) << ::testing::PrintToString(m_boxes.Texts());
+    EXPECT_EQ((CaretPlace{1, 0}), CaretOf(source));
+    ::SendMessageA(MdiClient(), WM_MDIDESTROY, reinterpret_cast<WPARAM>(log), 0);
+    EXPECT_EQ(before, TempFiles());
+
+    // A failure without output: the empty file is reported, and kept.
+    m_boxes.Queue({IDOK});
+    Build("none");
+    ASSERT_EQ(1u, m_boxes.Texts().size());
+    EXPECT_NE(std::string::npos, m_boxes.Texts()[0].find("\nis an empty file"));
+    EXPECT_FALSE(ViewLogGrayed());
+    EXPECT_EQ(before + 1, TempFiles());
+}
+
+} // namespace
