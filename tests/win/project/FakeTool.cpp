@@ -13,6 +13,7 @@ int main(int argc, char** argv)
         return 0;
     if (!strcmp(mode, "none"))
         return 1;
+    setvbuf(stdout, nullptr, _IONBF, 0); // the two outputs in the order written
     printf("%s\n", ::GetCommandLineA());
     if (!strcmp(mode, "lots")) {
         for (int i = 0; i < 5000; ++i)

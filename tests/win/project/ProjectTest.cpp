@@ -106,13 +106,15 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     EXPECT_TRUE(ViewLogGrayed());
     EXPECT_EQ(before + 1, TempFiles()); // the unviewed output is gone, the view's is there
 
-    // The first error line leads to the source line.
+    // The error output's line, behind the command line and the first
+    // error, leads to its line and column.
     HWND log = ChildByCaption(kLogTitle);
+    ::SendMessageA(log, WM_KEYDOWN, VK_DOWN, 0);
     ::SendMessageA(log, WM_KEYDOWN, VK_DOWN, 0);
     Command(ID_SEARCH_GOTOLINE);
     HWND source = ChildByCaption(FullLower("src.c"));
     ASSERT_NE(nullptr, source) << ::testing::PrintToString(m_boxes.Texts());
-    EXPECT_EQ((CaretPlace{1, 0}), CaretOf(source));
+    EXPECT_EQ((CaretPlace{2, 4}), CaretOf(source));
     ::SendMessageA(MdiClient(), WM_MDIDESTROY, reinterpret_cast<WPARAM>(log), 0);
     EXPECT_EQ(before, TempFiles());
 
@@ -123,6 +125,34 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     EXPECT_NE(std::string::npos, m_boxes.Texts()[0].find("\nis an empty file"));
     EXPECT_FALSE(ViewLogGrayed());
     EXPECT_EQ(before + 1, TempFiles());
+}
+
+// The worker's own box comes from its thread, out of the answerer's reach:
+// its text is taken and OK pressed here.
+TEST_F(ProjectTest, MissingHelperIsReportedAndEndsWithErrors)
+{
+    StartProject();
+    theApp.programDir = (m_dir + "\\").c_str(); // no nt\ here
+    m_boxes.Queue({IDOK});
+    theApp.SetEnvironmentSetting("BuildArgs", "quiet");
+    ::PostMessageA(m_frameWnd, WM_COMMAND, ID_PROJECT_BUILD, 0);
+    std::string workerBox;
+    ASSERT_TRUE(PumpUntil(
+        [&] {
+            HWND box = ::FindWindowA("#32770", nullptr);
+            if (box && ::GetWindowThreadProcessId(box, nullptr) != ::GetCurrentThreadId()) {
+                if (workerBox.empty())
+                    workerBox = WindowText(::GetDlgItem(box, 0xFFFF));
+                ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+            }
+            return !m_boxes.Boxes().empty();
+        },
+        10000));
+    EXPECT_EQ(0u,
+              workerBox.find("CreateProcess error 2 on command:\n" + m_dir + "\\nt\\projexec.exe "))
+        << workerBox;
+    ASSERT_EQ(1u, m_boxes.Texts().size());
+    EXPECT_NE(std::string::npos, m_boxes.Texts()[0].find("\nis an empty file"));
 }
 
 } // namespace
