@@ -69,6 +69,7 @@ set(KM_APP_SOURCES
   edit/TextFile.cpp
   help/HelpCommands.cpp
   print/PrintCommands.cpp
+  project/BuildTargetDialog.cpp
   project/ProcessRunner.cpp
   project/ProjectCommands.cpp
   project/ProjectModel.cpp

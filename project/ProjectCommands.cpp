@@ -6,6 +6,7 @@
 #include "app/MenuRules.h"
 #include "edit/FileUtil.h"
 #include "edit/Messages.h"
+#include "project/BuildTargetDialog.h"
 #include "project/ProjectLines.h"
 #include "resources/KmIds.h"
 #include "tools/RunCommand.h"
@@ -23,7 +24,7 @@ BEGIN_MESSAGE_MAP(CProjectCommands, CKmCommands)
     ON_COMMAND(ID_PROJECT_DEBUG, OnDebug)
     ON_COMMAND(ID_PROJECT_VIEWLOG, OnViewLog)
     ON_COMMAND_RANGE(ID_PROJECT_SELECT, ID_PROJECT_CONFIGURE, OnNotYet)
-    ON_COMMAND_RANGE(ID_PROJECT_BUILDTARGET, ID_PROJECT_BUILDTARGET, OnNotYet)
+    ON_COMMAND(ID_PROJECT_BUILDTARGET, OnBuildTarget)
 END_MESSAGE_MAP()
 // clang-format on
 
@@ -119,6 +120,23 @@ void CProjectCommands::OnBuild()
         return;
     try {
         RunProjectCommand(BuildLine(theApp.m_bDebugBuild, Env).c_str());
+    } catch (const CMemoryException&) {
+        ::MessageBeep(0);
+    }
+}
+
+// The last target given stays for the next time, in this session.
+void CProjectCommands::OnBuildTarget()
+{
+    if (!Idle() || !m_frame.SaveAllFiles(IDS_SAVE_BEFORE_CONTINUING))
+        return;
+    CBuildTargetDialog dialog(m_frame.m_hWnd, m_strBuildTarget);
+    if (dialog.DoModal() != IDOK)
+        return;
+    try {
+        m_strBuildTarget = dialog.m_strTarget;
+        RunProjectCommand(
+            (BuildLine(theApp.m_bDebugBuild, Env) + " " + m_strBuildTarget.str()).c_str());
     } catch (const CMemoryException&) {
         ::MessageBeep(0);
     }

@@ -26,11 +26,13 @@ class CProjectCommands : public CKmCommands
     CString m_strResponseFile; // empty when none
     HANDLE m_hProjectThread = nullptr;
     CString m_strCommandLine; // the worker reads it until the end message
+    CString m_strBuildTarget; // the last one given
 
   protected:
     void OnCompile();
     void OnLink();
     void OnBuild();
+    void OnBuildTarget();
     void OnTest();
     void OnDebug();
     void OnViewLog();

@@ -127,6 +127,22 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     EXPECT_EQ(before + 1, TempFiles());
 }
 
+// The target given is offered again, in the dialog that shows where the
+// build runs.
+TEST_F(ProjectTest, BuildTargetRemembersTheTarget)
+{
+    StartProject();
+    theApp.SetEnvironmentSetting("BuildArgs", "quiet");
+    m_boxes.Queue(IDOK, [](HWND dialog) { ::SetDlgItemTextA(dialog, IDC_BUILD_TARGET, "tgt"); });
+    Command(ID_PROJECT_BUILDTARGET);
+    ASSERT_TRUE(PumpUntil([&] { return !ProjectGrayed(ID_PROJECT_BUILD); }, 10000));
+    m_boxes.Queue({IDCANCEL});
+    Command(ID_PROJECT_BUILDTARGET);
+    ASSERT_EQ(2u, m_boxes.Boxes().size());
+    EXPECT_EQ("", m_boxes.Boxes()[0].field);
+    EXPECT_EQ("tgt", m_boxes.Boxes()[1].field);
+}
+
 // The worker's own box comes from its thread, out of the answerer's reach:
 // its text is taken and OK pressed here.
 TEST_F(ProjectTest, MissingHelperIsReportedAndEndsWithErrors)
