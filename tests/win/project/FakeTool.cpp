@@ -1,7 +1,6 @@
-// A stand-in for a compiler or a make: it prints its own command line, then
-// acts by its first argument. "fail" prints compiler-style errors and
-// fails, "lots" prints many lines and succeeds, "quiet" succeeds and
-// "none" fails, both silently (without the command line).
+// A stand-in compiler or make, by its first argument: "quiet" succeeds and
+// "none" fails silently; else it prints its command line, then "lots" many
+// lines and succeeds, anything else errors on both outputs and fails.
 #include <cstdio>
 #include <cstring>
 #include <windows.h>

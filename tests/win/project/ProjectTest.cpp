@@ -25,11 +25,8 @@ class ProjectTest : public FrameTest
         ASSERT_TRUE(Start("-s"));
         theApp.m_strProjectDir = m_dir.c_str();
         theApp.m_nEnvironment = SECTION_OTHER;
-        char exe[MAX_PATH];
-        ::GetModuleFileNameA(nullptr, exe, MAX_PATH);
-        std::string tool = exe;
-        tool = tool.substr(0, tool.rfind('\\') + 1) + "faketool.exe";
-        theApp.SetEnvironmentSetting("Builder", tool.c_str());
+        const CString tool = theApp.programDir + "faketool.exe";
+        theApp.SetEnvironmentSetting("Builder", tool);
     }
     // Build with the stand-in acting as mode says, until it has ended.
     void Build(const char* mode)
@@ -49,18 +46,17 @@ class ProjectTest : public FrameTest
         ADD_FAILURE() << "no Project popup";
         return false;
     }
-    bool ViewLogGrayed() { return ProjectGrayed(ID_PROJECT_VIEWLOG); }
-    // The temporary files of the program.
+    // The program's temporary files.
     static int TempFiles()
     {
         char dir[MAX_PATH];
         ::GetTempPathA(MAX_PATH, dir);
         WIN32_FIND_DATAA found;
         HANDLE find = ::FindFirstFileA((std::string(dir) + "KMT*").c_str(), &found);
-        int count = 0;
-        for (BOOL more = find != INVALID_HANDLE_VALUE; more; more = ::FindNextFileA(find, &found))
+        int count = find != INVALID_HANDLE_VALUE;
+        while (count && ::FindNextFileA(find, &found))
             ++count;
-        if (find != INVALID_HANDLE_VALUE)
+        if (count)
             ::FindClose(find);
         return count;
     }
@@ -77,7 +73,7 @@ TEST_F(ProjectTest, TemplatesGiveTheirLines)
     };
     theApp.m_nEnvironment = SECTION_ENVIRONMENT; // Microsoft C
     CompileParts parts;
-    ASSERT_TRUE(ComposeCompile("a.rc", false, env, parts));
+    EXPECT_TRUE(ComposeCompile("a.rc", false, env, parts));
     EXPECT_EQ("rc.exe   a.rc", CompileLine(parts, "a.rc", ""));
     theApp.m_nEnvironment = SECTION_ENVIRONMENT + 2; // Zortech C
     EXPECT_EQ("make.exe  DEBUG=1", BuildLine(true, env));
@@ -89,10 +85,10 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     StartProject();
     const int before = TempFiles();
     Build("quiet");
-    EXPECT_TRUE(ViewLogGrayed());
+    EXPECT_TRUE(ProjectGrayed(ID_PROJECT_VIEWLOG));
     EXPECT_EQ(before, TempFiles());
     Build("lots");
-    EXPECT_FALSE(ViewLogGrayed());
+    EXPECT_FALSE(ProjectGrayed(ID_PROJECT_VIEWLOG));
     EXPECT_EQ(before + 1, TempFiles());
     EXPECT_TRUE(ChildCaptions().empty());
 
@@ -103,7 +99,7 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     ASSERT_TRUE(PumpUntil([&] { return ChildByCaption(kLogTitle) != nullptr; }, 10000));
     PumpUntilIdle(200);
     EXPECT_EQ(1u, Children().size());
-    EXPECT_TRUE(ViewLogGrayed());
+    EXPECT_TRUE(ProjectGrayed(ID_PROJECT_VIEWLOG));
     EXPECT_EQ(before + 1, TempFiles()); // the unviewed output is gone, the view's is there
 
     // The error output's line, behind the command line and the first
@@ -123,7 +119,7 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     Build("none");
     ASSERT_EQ(1u, m_boxes.Texts().size());
     EXPECT_NE(std::string::npos, m_boxes.Texts()[0].find("\nis an empty file"));
-    EXPECT_FALSE(ViewLogGrayed());
+    EXPECT_FALSE(ProjectGrayed(ID_PROJECT_VIEWLOG));
     EXPECT_EQ(before + 1, TempFiles());
 }
 
