@@ -20,6 +20,7 @@ set(KM_CORE_SOURCES
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  project/ProjectLines.cpp
   tools/CompareEngine.cpp
   tools/DateFormat.cpp
   tools/ExtractScan.cpp
@@ -70,6 +71,8 @@ set(KM_APP_SOURCES
   edit/TextFile.cpp
   help/HelpCommands.cpp
   print/PrintCommands.cpp
+  project/BuildTargetDialog.cpp
+  project/ProcessRunner.cpp
   project/ProjectCommands.cpp
   project/ProjectModel.cpp
   search/FindDialog.cpp
@@ -95,6 +98,7 @@ set(KM_APP_SOURCES
   views/GotoAddressDialog.cpp
   views/HexFileView.cpp
   views/TextFileView.cpp
+  views/LogFileView.cpp
 )
 
 set(KM_RESOURCE_FILES

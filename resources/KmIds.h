@@ -18,6 +18,9 @@
 #define IDC_LINENUMBER 331
 #define IDD_GOTOADDRESS 335
 #define IDC_ADDRESS 336
+#define IDD_BUILDTARGET 360
+#define IDC_BUILD_DIR 361
+#define IDC_BUILD_TARGET 362
 #define IDD_GREP 370
 #define IDC_GREP_SEARCH 371
 #define IDC_GREP_FILES 372
@@ -330,6 +333,7 @@
 #define IDS_KEY_PROJECT 302
 #define IDS_KEY_ENVIRONMENT 303
 #define IDS_KEY_TARGET 304
+#define IDS_KEY_TESTARGS 305
 #define IDS_KEY_DEBUGBUILD 306
 
 /* The three default tools, five strings each: command, menu text,
