@@ -152,10 +152,13 @@ TEST_F(ProjectTest, MissingHelperIsReportedAndEndsWithErrors)
     ASSERT_TRUE(PumpUntil(
         [&] {
             HWND box = ::FindWindowA("#32770", nullptr);
+            // The box is answered once its text is there.
             if (box && ::GetWindowThreadProcessId(box, nullptr) != ::GetCurrentThreadId()) {
-                if (workerBox.empty())
-                    workerBox = WindowText(::GetDlgItem(box, 0xFFFF));
-                ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+                const std::string text = WindowText(::GetDlgItem(box, 0xFFFF));
+                if (!text.empty()) {
+                    workerBox = text;
+                    ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+                }
             }
             return !m_boxes.Boxes().empty();
         },

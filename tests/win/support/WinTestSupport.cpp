@@ -37,7 +37,10 @@ bool Pump(const std::function<bool()>& done, DWORD settleMs, DWORD limitMs)
         const DWORD spent = ::GetTickCount() - start;
         if (spent >= limitMs)
             return done ? false : quit;
-        const DWORD wait = done ? limitMs - spent : settleMs;
+        // A condition may turn true without a message to this thread (a box
+        // of another thread, a file written by a child): it is asked again
+        // every few milliseconds.
+        const DWORD wait = done ? std::min<DWORD>(limitMs - spent, 20) : settleMs;
         if (::MsgWaitForMultipleObjects(0, nullptr, FALSE, wait, QS_ALLINPUT) == WAIT_TIMEOUT &&
             !done)
             return quit;
