@@ -35,23 +35,18 @@ CKmFileDialog::CKmFileDialog(bool open, const char* defaultExtension, const char
     if (open || (style & KFD_SHOWHEX))
         m_options |= KFD_NOFORMAT;
     try {
-        theApp.GetEnvironmentSetting(IDS_ENV_FILEFILTER, m_filter);
-        if (m_filter.IsEmpty())
-            m_filter.LoadString(IDS_FILTER_SOURCE);
-        DWORD count = 0;
-        for (int i = 0; i < m_filter.GetLength(); ++i)
-            if (m_filter[i] == '|') {
-                m_filter.SetAt(i, '\0');
-                ++count;
-            }
+        CString filter;
+        theApp.GetEnvironmentSetting(IDS_ENV_FILEFILTER, filter);
+        if (filter.IsEmpty())
+            filter.LoadString(IDS_FILTER_SOURCE);
+        const DWORD count = SetFilter(filter);
         // The count is twice the number of types, so this bound is rough: an
         // index past the last type can pass, and the platform shows the first.
         if (g_lastFilter >= count)
             g_lastFilter = 0;
         m_ofn.nFilterIndex = g_lastFilter;
-        m_ofn.lpstrFilter = m_filter.IsEmpty() ? nullptr : m_filter.c_str();
     } catch (const std::bad_alloc&) {
-        m_filter.Empty();
+        m_ofn.lpstrFilter = nullptr;
         OutOfMemoryNotice();
     }
     m_ofn.Flags |= OFN_ENABLETEMPLATE;

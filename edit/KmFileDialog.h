@@ -26,7 +26,6 @@ class CKmFileDialog : public CFileDialog
     // The format button that is on at the start of a save dialog.
     void SetFormat(FileFormat format) { m_format = format; }
 
-    CString m_filter;              // text and pattern pairs, each ended by a NUL
     HGLOBAL m_fileBlock = nullptr; // the names of a multiple selection
     int m_open;
     int m_readOnly = 0;

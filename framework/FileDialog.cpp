@@ -19,13 +19,17 @@ CFileDialog::CFileDialog(bool open, const char* defaultExtension, const char* fi
         m_ofn.lpstrDefExt = m_defaultExtension;
 }
 
-void CFileDialog::SetFilter(const char* pairs)
+DWORD CFileDialog::SetFilter(const char* pairs)
 {
     m_filterPairs = pairs;
+    DWORD marks = 0;
     for (int i = 0; i < m_filterPairs.GetLength(); ++i)
-        if (m_filterPairs[i] == '|')
+        if (m_filterPairs[i] == '|') {
             m_filterPairs.SetAt(i, '\0');
-    m_ofn.lpstrFilter = m_filterPairs.c_str();
+            ++marks;
+        }
+    m_ofn.lpstrFilter = m_filterPairs.IsEmpty() ? nullptr : m_filterPairs.c_str();
+    return marks;
 }
 
 INT_PTR CFileDialog::DoModal()

@@ -17,8 +17,8 @@ class CFileDialog : public CDialog
     // IDOK or IDCANCEL.
     INT_PTR DoModal();
     CString GetPathName() const { return m_ofn.lpstrFile; }
-    // The file types as "text|pattern|" pairs.
-    void SetFilter(const char* pairs);
+    // The file types as "text|pattern|" pairs; the number of '|' marks.
+    DWORD SetFilter(const char* pairs);
     // The chosen files as paths. With multiple selection the platform's
     // dialog without the explorer look gives a directory and names
     // separated by blanks, or one path.
