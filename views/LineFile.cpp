@@ -26,26 +26,27 @@ uint64_t Load(const unsigned char* bytes)
     return word;
 }
 
-// The high bit of each byte of word that is zero, and perhaps of some above
-// the lowest such byte: that one is always right.
-uint64_t ZeroBytes(uint64_t word)
+// The high bit of each byte of word that is zero, exactly: no byte borrows
+// from or carries into the next.
+uint64_t ExactZeroBytes(uint64_t word)
 {
-    return (word - kOnes) & ~word & kHighs;
+    const uint64_t lows = kOnes * 127;
+    return ~(((word & lows) + lows) | word | lows);
 }
 
-// Where the next CR or LF stands in bytes, or end. Eight bytes at a time;
-// the lowest byte of a word is its first, as on every target of the program.
-uint32_t FindLineEnd(const unsigned char* bytes, uint32_t from, uint32_t end)
+// The high bit of each CR or LF among the eight bytes at bytes; those past
+// count (at most 8) read as neither.
+uint64_t TerminatorBits(const unsigned char* bytes, uint32_t count)
 {
-    for (; from + 8 <= end; from += 8) {
-        const uint64_t word = Load(bytes + from);
-        if (const uint64_t hits =
-                ZeroBytes(word ^ (kOnes * '\n')) | ZeroBytes(word ^ (kOnes * '\r')))
-            return from + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
+    uint64_t word = 0;
+    if (count >= 8) {
+        word = Load(bytes);
+    } else {
+        unsigned char tail[8] = {};
+        memcpy(tail, bytes, count);
+        word = Load(tail);
     }
-    while (from < end && bytes[from] != '\n' && bytes[from] != '\r')
-        ++from;
-    return from;
+    return ExactZeroBytes(word ^ (kOnes * '\n')) | ExactZeroBytes(word ^ (kOnes * '\r'));
 }
 
 // The high bit of each byte of word below high (at most 128), and with low
@@ -75,6 +76,45 @@ uint32_t FindForeignByte(const unsigned char* bytes, uint32_t count)
             return from;
     return count;
 }
+
+// Appends line starts to the pieces of the index while the scan runs. The
+// count and the longest line are kept here rather than in the file: for
+// all the compiler knows a store into the index could change the file's
+// counters, and reloading them after every line costs more than finding it.
+struct IndexWriter {
+    std::vector<std::unique_ptr<uint32_t[]>>& pieces;
+    uint32_t* piece = nullptr;
+    uint32_t count = 0, longest = 0;
+
+    // The entry behind the last one, without counting it: the sentinel.
+    bool Store(uint32_t start)
+    {
+        if ((count & (kPieceSize - 1)) == 0) {
+            try {
+                pieces.emplace_back(new uint32_t[kPieceSize]);
+            } catch (const std::bad_alloc&) {
+                return false;
+            }
+            piece = pieces.back().get();
+        }
+        piece[count & (kPieceSize - 1)] = start;
+        return true;
+    }
+
+    // The line from start to end, its terminator included. Room is always
+    // left for the sentinel behind the last line.
+    RecordOpenResult Add(uint32_t start, uint32_t end)
+    {
+        if (count == INT32_MAX - 1)
+            return RECORD_TOOLARGE;
+        if (!Store(start))
+            return RECORD_NOMEMORY;
+        ++count;
+        if (end - start > longest)
+            longest = end - start;
+        return RECORD_OPEN;
+    }
+};
 
 bool IsTerminator(int byte)
 {
@@ -109,45 +149,16 @@ RecordOpenResult CLineFile::Open(std::unique_ptr<CByteSource> source)
     return result;
 }
 
-// A line ends: its start becomes the next entry, and the longest line with
-// its terminator is kept. The index grows while one entry is still free,
-// so that the sentinel always has its place.
 uint32_t CLineFile::LineStart(int32_t line) const
 {
     const uint32_t n = static_cast<uint32_t>(line);
     return m_pieces[n >> kPieceShift][n & (kPieceSize - 1)];
 }
 
-bool CLineFile::StoreStart(uint32_t n, uint32_t start)
-{
-    if ((n & (kPieceSize - 1)) == 0) {
-        try {
-            m_pieces.emplace_back(new uint32_t[kPieceSize]);
-        } catch (const std::bad_alloc&) {
-            return false;
-        }
-    }
-    m_pieces[n >> kPieceShift][n & (kPieceSize - 1)] = start;
-    return true;
-}
-
-// Room is always left for the sentinel behind the last line.
-RecordOpenResult CLineFile::AddLine(uint32_t start, uint32_t end)
-{
-    if (m_nRecordCount == INT32_MAX - 1)
-        return RECORD_TOOLARGE;
-    if (!StoreStart(static_cast<uint32_t>(m_nRecordCount), start))
-        return RECORD_NOMEMORY;
-    ++m_nRecordCount;
-    if (end - start > static_cast<uint32_t>(m_nRecordSize))
-        m_nRecordSize = static_cast<int32_t>(end - start);
-    return RECORD_OPEN;
-}
-
 RecordOpenResult CLineFile::Scan()
 {
     m_nTerminator = 0;
-    m_nRecordSize = 0;
+    IndexWriter index{m_pieces};
     std::unique_ptr<unsigned char[]> chunk(new (std::nothrow) unsigned char[kScanChunk]);
     if (!chunk)
         return RECORD_NOMEMORY;
@@ -158,36 +169,52 @@ RecordOpenResult CLineFile::Scan()
     uint32_t shift = 0, lineStart = 0, base = 0;
     bool warned = false, pendingCR = false;
     auto endLine = [&](uint32_t end) {
-        const RecordOpenResult added = AddLine(lineStart, end);
+        const RecordOpenResult added = index.Add(lineStart, end);
         lineStart = end;
         return added;
     };
     // A CR ends its line with the LF behind it as a pair, or alone as a
-    // terminator of its own; it may stand at the end of one piece read.
+    // terminator of its own; it may stand at the end of one piece read, and
+    // then the first byte of the next settles it.
+    uint32_t crAt = 0;
+    auto settleCR = [&](const unsigned char* bytes, uint32_t next) {
+        pendingCR = false;
+        const bool pair = bytes[next] == '\n';
+        if (!pair)
+            m_nTerminator = 2;
+        return endLine(base + next + shift + (pair ? 1 : 0));
+    };
+    // The terminators are found eight bytes at a time, and handled one by one
+    // in their order; a CR is settled by the next terminator or by the end.
     auto scanRange = [&](const unsigned char* bytes, uint32_t i, uint32_t end) {
-        while (i < end) {
-            if (pendingCR) {
-                pendingCR = false;
-                const bool pair = bytes[i] == '\n';
-                if (!pair)
-                    m_nTerminator = 2;
-                if (RecordOpenResult added = endLine(base + i + shift + (pair ? 1 : 0)))
-                    return added;
-                i += pair ? 1 : 0;
-                continue;
-            }
-            i = FindLineEnd(bytes, i, end);
-            if (i == end)
-                break;
-            if (bytes[i] == '\r') {
-                pendingCR = true;
-            } else {
-                m_nTerminator = 1;
-                if (RecordOpenResult added = endLine(base + i + 1 + shift))
-                    return added;
-            }
-            ++i;
+        if (pendingCR && i < end) {
+            const bool pair = bytes[i] == '\n';
+            if (RecordOpenResult added = settleCR(bytes, i))
+                return added;
+            i += pair ? 1 : 0;
         }
+        for (; i < end; i += 8) {
+            for (uint64_t hits = TerminatorBits(bytes + i, end - i); hits; hits &= hits - 1) {
+                const uint32_t at = i + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
+                if (pendingCR) {
+                    const bool pair = at == crAt + 1 && bytes[at] == '\n';
+                    if (RecordOpenResult added = settleCR(bytes, crAt + 1))
+                        return added;
+                    if (pair)
+                        continue;
+                }
+                if (bytes[at] == '\r') {
+                    pendingCR = true;
+                    crAt = at;
+                } else {
+                    m_nTerminator = 1;
+                    if (RecordOpenResult added = endLine(base + at + 1 + shift))
+                        return added;
+                }
+            }
+        }
+        if (pendingCR && crAt + 1 < end)
+            return settleCR(bytes, crAt + 1);
         return RECORD_OPEN;
     };
     while (const uint32_t count = m_source->Read(chunk.get(), kScanChunk)) {
@@ -216,15 +243,17 @@ RecordOpenResult CLineFile::Scan()
         // The extra bytes stand for the terminator the line lacks, so that
         // its length comes out as for any other line.
         sentinel = m_nFileLength + (m_nTerminator ? 1 : 2);
-        if (RecordOpenResult added = AddLine(lineStart, sentinel))
+        if (RecordOpenResult added = index.Add(lineStart, sentinel))
             return added;
     }
+    if (!index.Store(sentinel))
+        return RECORD_NOMEMORY;
+    m_nRecordCount = static_cast<int32_t>(index.count);
+    m_nRecordSize = static_cast<int32_t>(index.longest);
     if (m_nRecordSize)
         --m_nRecordSize;
     if (m_nRecordSize && !m_nTerminator)
         --m_nRecordSize;
-    if (!StoreStart(static_cast<uint32_t>(m_nRecordCount), sentinel))
-        return RECORD_NOMEMORY;
     m_source->Seek(0);
     return RECORD_OPEN;
 }

@@ -34,9 +34,6 @@ class CLineFile : public CRecordFile
 
   private:
     RecordOpenResult Scan();
-    // Enters the line from start to end (its terminator included).
-    RecordOpenResult AddLine(uint32_t start, uint32_t end);
-    bool StoreStart(uint32_t n, uint32_t start);
 
     ControlByteQuestion m_question;
     std::vector<std::unique_ptr<uint32_t[]>> m_pieces; // the index of line starts

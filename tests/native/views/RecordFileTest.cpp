@@ -71,6 +71,7 @@ TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
         {"no empty last line", "a\nbcd\n", {0, 2, 6}, 3, 1, {1, 3}},
         {"LF CR is two ends", "a\n\rb", {0, 2, 3, 5}, 1, 2, {1, 0, 1}},
         {"CR, then CR LF", "a\r\r\nb", {0, 2, 4, 6}, 1, 2, {1, 1, 1}},
+        {"lone CR, LF later", "a\rbc\n", {0, 2, 5}, 2, 1, {1, 2}},
         {"mixed: CR LF keeps its CR", "ab\r\ncd\n", {0, 4, 7}, 3, 1, {3, 2}},
         {"CR LF across blocks", longLine + "\r\ny", {0, 0x40001, 0x40004}, 0x3FFFF, 0, {0x3FFFF, 1}},
         {"control byte counted twice", "abcdefghij\x01klmno\nb\n", {0, 18, 20}, 17, 1, {17, 1}},
