@@ -20,6 +20,7 @@ set(KM_CORE_SOURCES
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  print/PageLayout.cpp
   project/ProjectLines.cpp
   tools/CompareEngine.cpp
   tools/DateFormat.cpp

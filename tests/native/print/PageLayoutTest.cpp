@@ -1,0 +1,132 @@
+#include "print/PageLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+TEST(PageLayout, HeaderTemplates)
+{
+    HeaderFields fields;
+    fields.name = "a.c", fields.path = "c:\\src\\a.c", fields.page = 12;
+    fields.date = "1/2/99", fields.longDate = "Saturday January 2 1999", fields.time = "9:05 PM";
+    const struct {
+        const char* text;
+        std::vector<HeaderPart> parts;
+    } rows[] = {
+        {"&f", {{HA_CENTRE, "a.c"}}},
+        {"Page &p of &F", {{HA_CENTRE, "Page 12 of c:\\src\\a.c"}}},
+        {"&lL &d&cC&rR &t", {{HA_LEFT, "L 1/2/99"}, {HA_CENTRE, "C"}, {HA_RIGHT, "R 9:05 PM"}}},
+        {"x&r&l&D", {{HA_CENTRE, "x"}, {HA_LEFT, "Saturday January 2 1999"}}},
+        {"&&&q 100%&", {{HA_CENTRE, "&&&q 100%&"}}},
+        {"&r", {}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.parts, ExpandHeader(row.text, fields)) << row.text;
+}
+
+TEST(PageLayout, MarginsShownAndRead)
+{
+    const struct {
+        int value;
+        bool metric;
+        const char* decimal;
+        const char* shown;
+    } shown[] = {
+        {250, false, ".", "0.98"}, {250, true, ".", "2.50"}, {254, false, ",", "1,00"},
+        {381, false, ".", "1.50"}, {5, true, ".", "0.05"},   {200, false, ".", "0.79"},
+    };
+    for (const auto& row : shown)
+        EXPECT_EQ(row.shown, FormatMargin(row.value, row.metric, row.decimal)) << row.value;
+
+    const struct {
+        const char* text;
+        bool metric;
+        const char* decimal;
+        int value;
+    } read[] = {
+        {"2,5", true, ",", 250},  {"2.5", true, ",", -1},    {"1", false, ".", 254},
+        {"1.5", false, ".", 381}, {"0.98", false, ".", 248}, {"", false, ".", 0},
+        {"2.", true, ".", 200},   {"2.505", true, ".", 251}, {"1a", true, ".", -1},
+        {"1.2.3", true, ".", -1}, {"-1", true, ".", -1},     {"99999999999999", true, ".", -1},
+    };
+    for (const auto& row : read)
+        EXPECT_EQ(row.value, ParseMargin(row.text, row.metric, row.decimal)) << row.text;
+
+    int margins[MARGIN_COUNT];
+    ParseMargins("250,200,,7", margins);
+    EXPECT_EQ((std::vector<int>{250, 200, 0, 7}), std::vector<int>(margins, margins + 4));
+    ParseMargins("12", margins);
+    EXPECT_EQ((std::vector<int>{12, 0, 0, 0}), std::vector<int>(margins, margins + 4));
+}
+
+TEST(PageLayout, PrintAreaAndFont)
+{
+    // An A4 page at 300 dpi with a quarter-inch offset, and one whose
+    // driver reports neither offset nor paper.
+    PageMetrics a4{197, 284, 2329, 3358, 75, 75, true, 2479, 3508};
+    PageMetrics bare{200, 280, 2000, 2800};
+    const struct {
+        const PageMetrics& page;
+        int margins[MARGIN_COUNT];
+        PrintArea area;
+    } rows[] = {
+        {a4, {250, 200, 250, 200}, {220, 161, 2109, 3197}},
+        {a4, {0, 1500, 0, 1000}, {0, 0, 2329, 2251}},
+        {a4, {1500, 0, 0, 0}, {0, 0, 2329, 3358}},
+        {bare, {100, 0, 0, 0}, {100, 0, 2000, 2800}},
+        {bare, {0, 0, 680, 940}, {0, 0, 2000, 2800}},
+        {bare, {0, 0, 660, 930}, {0, 0, 1340, 1870}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.area, ComputePrintArea(row.page, row.margins)) << row.margins[0];
+
+    const struct {
+        const char* text;
+        const char* face;
+        int height, weight, italic;
+    } fonts[] = {
+        {"Courier New,10,700,1", "Courier New", 10, 700, 1},
+        {"Mono,9", "Mono", 9, 0, 0},
+        {"abcdefghijklmnopqrstuvwxyz0123456,8,400", "", 8, 400, 0},
+    };
+    for (const auto& row : fonts) {
+        const PrinterFontSpec spec = ParsePrinterFont(row.text);
+        EXPECT_EQ(row.face, spec.face);
+        EXPECT_EQ(std::vector<int>({row.height, row.weight, row.italic}),
+                  std::vector<int>({spec.height, spec.weight, spec.italic}));
+    }
+}
+
+TEST(PageLayout, LinesBrokenWithTabs)
+{
+    const struct {
+        const char* text;
+        int width, tab;
+        const char* lines; // printed lines, each ended by |
+    } rows[] = {
+        {"", 10, 4, "|"},
+        {"ab\tc", 10, 4, "ab  c|"},
+        {"\tx", 10, 8, "        x|"},
+        {"abcdefghijkl", 5, 4, "abcde|fghij|kl|"},
+        {"abcde", 5, 4, "abcde|"},
+        {"a\tb\tc\td", 10, 4, "a   b   c |d|"},
+        {"\t\tabcd\tx", 10, 4, "        ab|cd      x|"},
+        {"a\rb", 10, 4, "ab|"},
+        {"abc\t", 4, 4, "abc |"},
+    };
+    for (const auto& row : rows) {
+        std::string lines;
+        EXPECT_TRUE(BreakLine(row.text, strlen(row.text), row.width, row.tab,
+                              [&](const char* line, int length) {
+                                  lines.append(line, length) += '|';
+                                  return true;
+                              }));
+        EXPECT_EQ(row.lines, lines) << row.text;
+    }
+    int calls = 0;
+    EXPECT_FALSE(BreakLine("abcdefgh", 8, 2, 4, [&](const char*, int) { return ++calls < 2; }));
+    EXPECT_EQ(2, calls);
+}
+
+} // namespace
