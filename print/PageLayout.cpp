@@ -1,5 +1,7 @@
 #include "print/PageLayout.h"
 
+#include "app/SettingsText.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -58,12 +60,10 @@ std::vector<HeaderPart> ExpandHeader(const char* text, const HeaderFields& field
 
 void ParseMargins(const char* text, int margins[MARGIN_COUNT])
 {
-    for (int i = 0; i < MARGIN_COUNT; ++i) {
-        margins[i] = text && *text ? static_cast<int>(strtol(text, nullptr, 10)) : 0;
-        text = text ? strchr(text, ',') : nullptr;
-        if (text)
-            ++text;
-    }
+    long fields[MARGIN_COUNT] = {};
+    ParseFields(text, fields, MARGIN_COUNT);
+    for (int i = 0; i < MARGIN_COUNT; ++i)
+        margins[i] = static_cast<int>(fields[i]);
 }
 
 namespace
@@ -147,13 +147,12 @@ PrinterFontSpec ParsePrinterFont(const char* text)
     const size_t faceLength = comma ? static_cast<size_t>(comma - text) : strlen(text);
     if (faceLength < kFaceLimit)
         spec.face.assign(text, faceLength);
-    int* numbers[] = {&spec.height, &spec.weight, &spec.italic};
-    for (int* number : numbers) {
-        if (!comma)
-            break;
-        *number = static_cast<int>(strtol(comma + 1, nullptr, 10));
-        comma = strchr(comma + 1, ',');
-    }
+    long fields[3] = {};
+    if (comma)
+        ParseFields(comma + 1, fields, 3);
+    spec.height = static_cast<int>(fields[0]);
+    spec.weight = static_cast<int>(fields[1]);
+    spec.italic = static_cast<int>(fields[2]);
     return spec;
 }
 
