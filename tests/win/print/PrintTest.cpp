@@ -24,44 +24,32 @@ struct Run {
 };
 using Page = std::vector<Run>;
 
-// Each "x y moveto" starts a run, and each glyph shown adds its character.
+// Each "x y moveto" starts a run, and each glyph shown adds its character;
+// a run without one was the move of the text's background.
 std::vector<Page> ReadPages(const std::string& postScript)
 {
     static const std::map<std::string, char> names = {
-        {"uni00A0", ' '}, {"space", ' '}, {"zero", '0'},  {"one", '1'}, {"two", '2'},
-        {"three", '3'},   {"four", '4'},  {"five", '5'},  {"six", '6'}, {"seven", '7'},
-        {"eight", '8'},   {"nine", '9'},  {"period", '.'}};
+        {"uni00A0", ' '}, {"zero", '0'},  {"one", '1'},  {"two", '2'},
+        {"three", '3'},   {"four", '4'},  {"five", '5'}, {"six", '6'},
+        {"seven", '7'},   {"eight", '8'}, {"nine", '9'}, {"period", '.'}};
     std::vector<Page> pages;
     std::istringstream in(postScript);
     std::string line;
+    int x, y;
     while (std::getline(in, line)) {
-        int x, y;
         const size_t show = line.rfind(" glyphshow");
-        if (line.rfind("%%Page:", 0) == 0) {
+        if (line.rfind("%%Page:", 0) == 0)
             pages.emplace_back();
-        } else if (!pages.empty() && sscanf(line.c_str(), "%d %d moveto", &x, &y) == 2) {
+        else if (!pages.empty() && sscanf(line.c_str(), "%d %d moveto", &x, &y) == 2) {
+            if (!pages.back().empty() && pages.back().back().text.empty())
+                pages.back().pop_back();
             pages.back().push_back({x, y, ""});
-        } else if (!pages.empty() && !pages.back().empty() && show != std::string::npos &&
-                   show + 10 == line.size() && line[0] == '/') {
+        } else if (!pages.empty() && show != std::string::npos && show + 10 == line.size()) {
             const std::string name = line.substr(1, show - 1);
-            pages.back().back().text += name.size() == 1    ? name[0]
-                                        : names.count(name) ? names.at(name)
-                                                            : '?';
+            pages.back().back().text += name.size() == 1 ? name[0] : names.at(name);
         }
     }
-    for (Page& page : pages) // the moves of the text's background
-        page.erase(
-            std::remove_if(page.begin(), page.end(), [](const Run& r) { return r.text.empty(); }),
-            page.end());
     return pages;
-}
-
-std::vector<std::string> Texts(const Page& page)
-{
-    std::vector<std::string> texts;
-    for (const Run& run : page)
-        texts.push_back(run.text);
-    return texts;
 }
 
 class PrintTest : public EditWindowTest
@@ -149,8 +137,10 @@ TEST_F(PrintTest, SelectionOverLinesWithTabsAndAThreePartHeader)
     });
     EXPECT_TRUE(offered);
     ASSERT_EQ(1u, pages.size());
-    EXPECT_EQ((std::vector<std::string>{"L", "C", "R 1", "two     x", "three", "Page 1"}),
-              Texts(pages[0]));
+    const char* texts[] = {"L", "C", "R 1", "two     x", "three", "Page 1"};
+    ASSERT_EQ(6u, pages[0].size());
+    for (size_t i = 0; i < 6; ++i)
+        EXPECT_EQ(texts[i], pages[0][i].text);
     EXPECT_LT(pages[0][0].x, pages[0][1].x);
     EXPECT_LT(pages[0][1].x, pages[0][2].x);
     EXPECT_EQ(pages[0][0].y, pages[0][2].y);
@@ -162,11 +152,9 @@ TEST_F(PrintTest, PageSetupMarginsInTheRegionsUnitsAndDecimalMark)
         const char *decimal, *measure, *title, *shown, *typed;
         int margin; // -1: refused
     } rows[] = {
-        {",", "0", "Margins (cm)", "2,50", "2,5", 250},
         {",", "0", "Margins (cm)", "2,50", "2.5", -1},
+        {",", "0", "Margins (cm)", "2,50", "2,5", 250},
         {".", "1", "Margins (inches)", "0.98", "1.5", 381},
-        {".", "1", "Margins (inches)", "0.98", "1", 254},
-        {".", "1", "Margins (inches)", "0.98", "1x", -1},
     };
     for (const auto& row : rows) {
         ::WriteProfileStringA("intl", "sDecimal", row.decimal);
@@ -188,9 +176,7 @@ TEST_F(PrintTest, PageSetupMarginsInTheRegionsUnitsAndDecimalMark)
         const auto& boxes = m_boxes.Boxes();
         EXPECT_EQ(row.margin < 0 ? "Invalid setting for margin" : "",
                   boxes.size() > 1 ? boxes[1].text : "");
-        if (row.margin >= 0) {
-            EXPECT_EQ(row.margin, dialog.m_margins[0]) << row.typed;
-        }
+        EXPECT_EQ(row.margin, dialog.m_margins[0]) << row.typed;
         m_boxes.Clear();
     }
     ::WriteProfileStringA("intl", "sDecimal", nullptr);
