@@ -149,12 +149,12 @@ TEST_F(PrintTest, SelectionOverLinesWithTabsAndAThreePartHeader)
 TEST_F(PrintTest, PageSetupMarginsInTheRegionsUnitsAndDecimalMark)
 {
     const struct {
-        const char *decimal, *measure, *title, *shown, *typed;
-        int margin; // -1: refused
+        const char *decimal, *measure, *title, *shown, *typed; // null: not set
+        int margin;                                            // -1: refused
     } rows[] = {
         {",", "0", "Margins (cm)", "2,50", "2.5", -1},
         {",", "0", "Margins (cm)", "2,50", "2,5", 250},
-        {".", "1", "Margins (inches)", "0.98", "1.5", 381},
+        {nullptr, nullptr, "Margins (inches)", "0.98", "1.5", 381},
     };
     for (const auto& row : rows) {
         ::WriteProfileStringA("intl", "sDecimal", row.decimal);
