@@ -63,8 +63,7 @@ TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
     Write("a.c", Lines(3));
     g_printed.clear();
     HHOOK watch = ::SetWindowsHookExA(WH_CALLWNDPROC, WatchPrint, nullptr, ::GetCurrentThreadId());
-    // A missing file is offered for creation; the next one follows, and its
-    // print dialog is cancelled.
+    // missing.c is offered for creation, refused; a.c's print dialog cancelled.
     m_boxes.Queue({IDNO, IDCANCEL});
     EXPECT_FALSE(Start("/P missing.c a.c"));
     ::UnhookWindowsHookEx(watch);
