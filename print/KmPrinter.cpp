@@ -12,6 +12,7 @@
 #include "tools/FileDir.h"
 
 #include <ctime>
+#include <new>
 
 namespace
 {
@@ -54,8 +55,14 @@ void CKmPrinter::PrintEdit(CKmFileEdit& edit)
                         reinterpret_cast<LPARAM>(&end));
     const int firstLine = static_cast<int>(control.SendMessage(EM_LINEFROMCHAR, start));
     const int lastLine = static_cast<int>(control.SendMessage(EM_LINEFROMCHAR, end));
-    if (!BeginPrint(lastLine > firstLine))
+    try {
+        if (!BeginPrint(lastLine > firstLine))
+            return;
+    } catch (const std::bad_alloc&) {
+        DropJob();
+        OutOfMemoryNotice();
         return;
+    }
     int from = 0, to = static_cast<int>(control.SendMessage(EM_GETLINECOUNT)) - 1;
     if (m_selectionOnly)
         from = firstLine, to = lastLine;
@@ -110,10 +117,11 @@ bool CKmPrinter::BeginPrint(bool multiLine)
     m_footer = GetTemplate("PageFooter", IDS_DEFAULTFOOTER);
     if (!m_header.IsEmpty() || !m_footer.IsEmpty()) {
         const time_t now = time(nullptr);
-        const tm* local = localtime(&now);
-        FormatShortDate(*local, m_date);
-        FormatLongDate(*local, m_longDate);
-        FormatTime(*local, m_time);
+        if (const tm* local = localtime(&now)) {
+            FormatShortDate(*local, m_date);
+            FormatLongDate(*local, m_longDate);
+            FormatTime(*local, m_time);
+        }
     }
 
     HWND frame = KmGetMainWindow();
