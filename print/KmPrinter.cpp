@@ -18,6 +18,7 @@ namespace
 {
 
 const int kMaxPage = 32767;
+const int kPointsPerInch = 72;
 // Escape's code of a spool disk that is full: the job waits for room.
 const int kSpoolDiskFull = -4;
 
@@ -321,7 +322,7 @@ bool CKmPrinter::CreatePrintFont()
 {
     LOGFONTA logFont;
     GetPrinterFont(logFont);
-    logFont.lfHeight = ::MulDiv(::GetDeviceCaps(m_dc, LOGPIXELSY), logFont.lfHeight, 72);
+    logFont.lfHeight = ::GetDeviceCaps(m_dc, LOGPIXELSY) * logFont.lfHeight / kPointsPerInch;
     m_font.DeleteObject();
     return m_font.CreateFontIndirect(&logFont);
 }
