@@ -21,8 +21,10 @@ CPrintDialog::~CPrintDialog()
 
 INT_PTR CPrintDialog::DoModal()
 {
-    if (m_pd.hDC) // a context not taken from the last time
-        ::DeleteDC(m_pd.hDC), m_pd.hDC = nullptr;
+    if (m_pd.hDC) { // a context not taken from the last time
+        ::DeleteDC(m_pd.hDC);
+        m_pd.hDC = nullptr;
+    }
     return ::PrintDlgA(&m_pd) ? IDOK : IDCANCEL;
 }
 

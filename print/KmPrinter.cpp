@@ -19,8 +19,6 @@ namespace
 
 const int kMaxPage = 32767;
 const int kPointsPerInch = 72;
-// Escape's code of a spool disk that is full: the job waits for room.
-const int kSpoolDiskFull = -4;
 
 // A template of the settings: the default only when the key is missing.
 CString GetTemplate(const char* key, UINT defaultId)
@@ -330,7 +328,8 @@ bool CKmPrinter::CreatePrintFont()
 BOOL CALLBACK CKmPrinter::AbortProc(HDC, int code)
 {
     CKmPrinter& printer = *theApp.printer;
-    if (code != 0 && code != kSpoolDiskFull)
+    // A full spool disk makes the job wait for room.
+    if (code != 0 && code != SP_OUTOFDISK)
         printer.m_aborted = true;
     MSG msg;
     while (!printer.m_aborted && ::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
