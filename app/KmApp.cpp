@@ -10,6 +10,7 @@
 #include "edit/FileUtil.h"
 #include "edit/Messages.h"
 #include "framework/Exception.h"
+#include "print/KmPrinter.h"
 #include "resources/KmIds.h"
 
 #include <cstring>
@@ -190,6 +191,8 @@ bool CKmApp::InitInstance()
     ::GetModuleFileNameA(nullptr, module, MAX_PATH);
     programDir = ProgramDirFromModule(module).c_str();
 
+    delete printer; // of an earlier start in the same process
+    printer = new CKmPrinter;
     SetInitialValues();
     iniPath = FindIniPath(commandLine.iniName, programDir);
     m_strProjectDir = commandLine.directory.c_str();
@@ -262,5 +265,7 @@ int CKmApp::ExitInstance()
 {
     delete store;
     store = nullptr;
+    delete printer;
+    printer = nullptr;
     return CWinApp::ExitInstance();
 }

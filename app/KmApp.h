@@ -10,6 +10,7 @@
 
 class CKmFrame;
 class CIniStore;
+class CKmPrinter;
 
 class CKmApp : public CWinApp
 {
@@ -68,7 +69,7 @@ class CKmApp : public CWinApp
     CIniStore* store = nullptr;
     CKmStatusBar statusBar;
     void* toolBar = nullptr; // the tool bar comes later
-    void* printer = nullptr; // the print engine comes later
+    CKmPrinter* printer = nullptr;
     int saveSettings = 1;
     int saveWindows = 1;
     int m_bDebugBuild = 0;

@@ -20,6 +20,7 @@ set(KM_CORE_SOURCES
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  print/PageLayout.cpp
   project/ProjectLines.cpp
   tools/CompareEngine.cpp
   tools/DateFormat.cpp
@@ -39,6 +40,7 @@ set(KM_FRAMEWORK_SOURCES
   framework/Exception.cpp
   framework/File.cpp
   framework/FileDialog.cpp
+  framework/PrintDialog.cpp
   framework/FrameWnd.cpp
   framework/GdiObjects.cpp
   framework/Object.cpp
@@ -70,6 +72,9 @@ set(KM_APP_SOURCES
   edit/Messages.cpp
   edit/TextFile.cpp
   help/HelpCommands.cpp
+  print/KmPrinter.cpp
+  print/PrintAbortDialog.cpp
+  print/PageSetupDialog.cpp
   print/PrintCommands.cpp
   project/BuildTargetDialog.cpp
   project/ProcessRunner.cpp

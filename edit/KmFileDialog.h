@@ -4,6 +4,7 @@
 #pragma once
 #include "edit/TextFormat.h"
 #include "framework/FileDialog.h"
+#include "framework/PrintDialog.h"
 
 // The dialog's own bits in the upper part of the OFN_ flag word.
 enum : DWORD {
@@ -48,4 +49,11 @@ class CKmFontDialog : public CFontDialog
 {
   public:
     CKmFontDialog(const LOGFONTA& logFont, DWORD flags, HWND owner);
+};
+
+// The print dialog as the platform draws it.
+class CKmPrintDialog : public CPrintDialog
+{
+  public:
+    using CPrintDialog::CPrintDialog;
 };

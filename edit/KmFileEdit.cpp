@@ -8,6 +8,7 @@
 #include "edit/KmFileDialog.h"
 #include "edit/Messages.h"
 #include "edit/TextFile.h"
+#include "print/KmPrinter.h"
 #include "resources/KmIds.h"
 #include "views/TextFileView.h"
 
@@ -547,10 +548,9 @@ void CKmFileEdit::OnFileSaveAs()
     SaveFile(true);
 }
 
-// Printing answers this once the print engine is there.
 void CKmFileEdit::OnFilePrint()
 {
-    Alert(MB_ICONEXCLAMATION);
+    theApp.printer->PrintEdit(*this);
 }
 
 // The control's single-level undo.

@@ -1,5 +1,4 @@
-// Page setup as the frame reaches it; it answers with the alert until the
-// print engine is built.
+// Printing as the frame reaches it: the printer set-up.
 #pragma once
 #include "app/KmCommands.h"
 
@@ -9,5 +8,7 @@ class CPrintCommands : public CKmCommands
   public:
     using CKmCommands::CKmCommands;
 
+  protected:
+    void OnPrintSetup();
     DECLARE_MESSAGE_MAP()
 };

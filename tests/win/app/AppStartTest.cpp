@@ -63,10 +63,11 @@ TEST_F(AppStartTest, CapitalPAfterSlashPrintsEachFileAndEnds)
     Write("a.c", Lines(3));
     g_printed.clear();
     HHOOK watch = ::SetWindowsHookExA(WH_CALLWNDPROC, WatchPrint, nullptr, ::GetCurrentThreadId());
-    m_boxes.Queue({IDNO}); // a missing file is offered for creation; the next one follows
+    // missing.c is offered for creation, refused; a.c's print dialog cancelled.
+    m_boxes.Queue({IDNO, IDCANCEL});
     EXPECT_FALSE(Start("/P missing.c a.c"));
     ::UnhookWindowsHookEx(watch);
-    ASSERT_EQ(1u, m_boxes.Boxes().size());
+    ASSERT_EQ(2u, m_boxes.Boxes().size());
     EXPECT_NE(std::string::npos, m_boxes.Boxes()[0].text.find("missing.c"));
     EXPECT_FALSE(Exists(Path("missing.c")));
     EXPECT_EQ(std::vector<std::string>{FullLower("a.c")}, g_printed);
