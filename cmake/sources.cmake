@@ -72,9 +72,11 @@ set(KM_APP_SOURCES
   help/HelpCommands.cpp
   print/PrintCommands.cpp
   project/BuildTargetDialog.cpp
+  project/ConfigureDialog.cpp
   project/ProcessRunner.cpp
   project/ProjectCommands.cpp
   project/ProjectModel.cpp
+  project/SelectProjectDialog.cpp
   search/FindDialog.cpp
   search/GlobalSearch.cpp
   search/GrepDialog.cpp
