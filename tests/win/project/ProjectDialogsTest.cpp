@@ -3,7 +3,7 @@
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
 
-#include <cstring>
+#include <cctype>
 
 using namespace kmtest;
 
@@ -17,14 +17,19 @@ bool Enabled(HWND dialog, int id)
     return ::IsWindowEnabled(::GetDlgItem(dialog, id)) != FALSE;
 }
 
-// As a user's typing does: the text, then the control's notification.
-void Type(HWND dialog, int id, const std::string& text, WORD code = EN_CHANGE)
+// As a user does: the text, or for CBN_SELCHANGE the entry its digit
+// gives, then the control's notification.
+void Type(HWND dialog, int id, const char* text, WORD code = EN_CHANGE)
 {
-    ::SetDlgItemTextA(dialog, id, text.c_str());
-    ::SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(::GetDlgItem(dialog, id)));
+    HWND control = ::GetDlgItem(dialog, id);
+    if (code == CBN_SELCHANGE)
+        ::SendMessageA(control, CB_SETCURSEL, WPARAM(*text - '0'), 0);
+    else
+        ::SetWindowTextA(control, text);
+    ::SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), LPARAM(control));
 }
 
-// The list's line count, its selection, and the selected line.
+// The list's line count, its selection and the selected line, and Set.
 std::string ListState(HWND dialog)
 {
     HWND list = ::GetDlgItem(dialog, IDC_CONFIG_LIST);
@@ -32,7 +37,7 @@ std::string ListState(HWND dialog)
     char line[300] = "";
     ::SendMessageA(list, LB_GETTEXT, WPARAM(sel), LPARAM(line));
     return std::to_string(::SendMessageA(list, LB_GETCOUNT, 0, 0)) + " " + std::to_string(sel) +
-           " " + line + (Enabled(dialog, IDC_CONFIG_SET) ? " set" : "");
+           " " + line + (Enabled(dialog, IDC_CONFIG_SET) ? " set|" : "|");
 }
 
 // A typed text is the project's in any case, a list entry only as it stands;
@@ -40,49 +45,27 @@ std::string ListState(HWND dialog)
 TEST_F(ProjectDialogs, SelectButtonsFollowTextAndEntry)
 {
     ASSERT_TRUE(Start("-s"));
-    struct Row {
-        const char* current;
-        const char* typed; // null: nothing typed
-        const char* entry; // chosen from the list instead
-        bool change, exit;
-        int press;
-    } rows[] = {
-        {"", nullptr, nullptr, false, false, IDCANCEL},
-        {"", "c:\\x", nullptr, true, false, IDCANCEL},
-        {"p", nullptr, nullptr, false, true, IDCANCEL},
-        {"p", "P", nullptr, false, true, IDCANCEL},
-        {"p", "", nullptr, false, false, IDCANCEL},
-        {"p", "c:\\x", nullptr, true, false, IDCANCEL},
-        {"p", nullptr, "p", false, true, IDCANCEL},
-        {"p", nullptr, "P", true, false, IDOK},
-    };
+    const char* rows[][2] = {{"", nullptr}, {"", "c:\\x"},  {"p", nullptr}, {"p", "P"},
+                             {"p", ""},     {"p", "c:\\x"}, {"P", "0"},     {"p", "0"}};
     theApp.recentProjects[0] = "P";
-    theApp.recentProjects[1] = "p";
-    for (const Row& row : rows) {
-        theApp.m_strProjectDir = row.current;
-        bool change = false, exit = false;
-        m_boxes.Queue(row.press, [&](HWND dialog) {
-            if (row.typed)
-                Type(dialog, IDC_SELECT_PATH, row.typed, CBN_EDITCHANGE);
-            HWND path = ::GetDlgItem(dialog, IDC_SELECT_PATH);
-            for (WPARAM i = 0; row.entry && i < 2; ++i) {
-                char entry[8] = "";
-                ::SendMessageA(path, CB_GETLBTEXT, i, LPARAM(entry));
-                if (strcmp(entry, row.entry) == 0)
-                    ::SendMessageA(path, CB_SETCURSEL, i, 0);
-            }
-            if (row.entry)
-                ::SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_SELECT_PATH, CBN_SELCHANGE),
-                               LPARAM(path));
-            change = Enabled(dialog, IDOK), exit = Enabled(dialog, IDC_SELECT_EXIT);
+    std::string seen; // Change To and Exit Project enabled: C and E
+    for (const auto& row : rows) {
+        theApp.m_strProjectDir = row[0];
+        m_boxes.Queue(IDOK, [&](HWND dialog) {
+            if (row[1])
+                Type(dialog, IDC_SELECT_PATH, row[1],
+                     isdigit(*row[1]) ? CBN_SELCHANGE : CBN_EDITCHANGE);
+            seen += std::string(Enabled(dialog, IDOK) ? "C" : "-") +
+                    (Enabled(dialog, IDC_SELECT_EXIT) ? "E " : "- ");
+            if (!Enabled(dialog, IDOK))
+                ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
         });
+        if (row[1] && *row[1] == 'c')
+            m_boxes.Queue({IDCANCEL}); // the question to make c:\x, refused
         Command(ID_PROJECT_SELECT);
-        const std::string name = std::string(row.current) + (row.typed ? row.typed : "") + "|" +
-                                 (row.entry ? row.entry : "");
-        EXPECT_EQ(row.change, change) << name;
-        EXPECT_EQ(row.exit, exit) << name;
     }
-    EXPECT_EQ(sizeof rows / sizeof *rows, m_boxes.Boxes().size());
+    EXPECT_EQ("-- C- -E -E -- C- -E C- ", seen);
+    EXPECT_EQ("OK to create new\n'c:\\x'", m_boxes.Texts().at(2));
     EXPECT_EQ("P", theApp.recentProjects[0].str());
 }
 
@@ -93,47 +76,31 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
     ::CreateDirectoryA(Path("proj").c_str(), nullptr);
     Write("proj\\a.c", "");
     Write("proj\\kelmar.ini", "[Settings]\nTabSize=3\n[Key Bindings]\nFile:New=123,1\n"
-                              "[Session]\nEditCount=1\nEdit01=" +
-                                  Path("proj\\a.c") + ",0\n");
+                              "[Session]\nEditCount=1\nEdit01=a.c\n");
     Write("g.c", "");
     ASSERT_TRUE(Start(Path("g.c")));
-    struct Row {
-        const char* typed; // null: Exit Project
-        bool create;
-        const char *project, *newKey, *window;
-        int tabSize;
-    } rows[] = {
-        {"Proj", false, "proj", "F12", "proj\\a.c", 3},
-        {"..\\new\\", true, "new", "Ctrl+N", nullptr, 8},
-        {nullptr, false, nullptr, "Ctrl+N", "g.c", 8},
+    for (const char* typed : {"Proj", "..\\new\\"}) // relative to the current directory
+        m_boxes.Queue(IDOK,
+                      [=](HWND dialog) { Type(dialog, IDC_SELECT_PATH, typed, CBN_EDITCHANGE); });
+    m_boxes.Queue({IDOK, IDC_SELECT_EXIT}); // to make new, then to leave
+    auto local = [&](std::string path) {    // the path in the test's directory
+        path = Lower(path);
+        return path == Lower(m_dir) ? "." : path.substr(std::min(path.size(), m_dir.size() + 1));
     };
-    for (const Row& row : rows) {
-        if (row.typed) {
-            m_boxes.Queue(IDOK, [&](HWND dialog) {
-                Type(dialog, IDC_SELECT_PATH, row.typed, CBN_EDITCHANGE);
-            });
-            if (row.create)
-                m_boxes.Queue({IDOK});
-        } else {
-            m_boxes.Queue({IDC_SELECT_EXIT});
-        }
+    // The project, the current directory, the windows, TabSize and New's key.
+    for (const char* expected :
+         {"proj proj proj\\a.c 3 &New\tF12", "new new  8 &New\tCtrl+N", " . g.c 8 &New\tCtrl+N"}) {
         Command(ID_PROJECT_SELECT);
-        const std::string dir = row.project ? FullLower(row.project) : "";
-        EXPECT_EQ(dir, theApp.m_strProjectDir.str());
-        char current[MAX_PATH];
+        char current[MAX_PATH], key[40] = "";
         ::GetCurrentDirectoryA(MAX_PATH, current);
-        EXPECT_EQ(row.project ? dir + "\\" : FullLower(""), Lower(current) + "\\");
-        std::set<std::string> windows;
-        if (row.window)
-            windows.insert(FullLower(row.window));
-        EXPECT_EQ(windows, ChildCaptions()) << dir;
-        EXPECT_EQ(row.tabSize, theApp.tabSize) << dir;
-        char text[40] = "";
-        ::GetMenuStringA(::GetMenu(m_frameWnd), ID_FILE_NEW, text, sizeof text, MF_BYCOMMAND);
-        EXPECT_EQ(std::string("&New\t") + row.newKey, text) << dir;
+        ::GetMenuStringA(::GetMenu(m_frameWnd), ID_FILE_NEW, key, sizeof key, MF_BYCOMMAND);
+        std::string seen = local(theApp.m_strProjectDir.str()) + " " + local(current) + " ";
+        for (const std::string& caption : ChildCaptions())
+            seen += local(caption);
+        EXPECT_EQ(expected, seen + " " + std::to_string(theApp.tabSize) + " " + key);
     }
-    EXPECT_EQ(FullLower("new"), theApp.recentProjects[0].str());
-    EXPECT_EQ(FullLower("proj"), theApp.recentProjects[1].str());
+    EXPECT_EQ("new proj",
+              local(theApp.recentProjects[0].str()) + " " + local(theApp.recentProjects[1].str()));
 }
 
 // Set stores at once and Close the target fields; all of it reaches the
@@ -141,26 +108,22 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
 // user's own is no longer listed. Escape keeps the fields, "=" is refused.
 TEST_F(ProjectDialogs, ConfigurationIsSavedAndReadBack)
 {
-    ::CreateDirectoryA(Path("proj").c_str(), nullptr);
+    ASSERT_TRUE(::CreateDirectoryA(Path("proj").c_str(), nullptr));
     const std::string start = "-d " + Path("proj");
     ASSERT_TRUE(Start(start));
-    std::vector<std::string> seen;
-    auto note = [&](HWND dialog) { seen.push_back(ListState(dialog)); };
+    std::string seen;
     m_boxes.Queue(IDOK, [&](HWND dialog) {
-        note(dialog);
-        Type(dialog, IDC_CONFIG_OPTION, "LinkArgs");
-        note(dialog);
-        for (const char* pair : {"NewKey=v", "Builder=mk"}) {
-            Type(dialog, IDC_CONFIG_OPTION, std::string(pair, strcspn(pair, "=")));
-            Type(dialog, IDC_CONFIG_SETTING, strchr(pair, '=') + 1);
-            ::SendMessageA(dialog, WM_COMMAND, IDC_CONFIG_SET, 0);
-            note(dialog);
+        seen += ListState(dialog);
+        for (const char* step : {"LinkArgs", "NewKey=v", "Builder=mk", ""}) {
+            Type(dialog, IDC_CONFIG_OPTION, std::string(step, strcspn(step, "=")).c_str());
+            if (strchr(step, '=')) {
+                Type(dialog, IDC_CONFIG_SETTING, strchr(step, '=') + 1);
+                ::SendMessageA(dialog, WM_COMMAND, IDC_CONFIG_SET, 0);
+            }
+            seen += ListState(dialog);
         }
-        Type(dialog, IDC_CONFIG_OPTION, "");
-        note(dialog);
-        ::SendMessageA(::GetDlgItem(dialog, IDC_CONFIG_ENV), CB_SETCURSEL, 2, 0);
-        Type(dialog, IDC_CONFIG_ENV, "", CBN_SELCHANGE);
-        note(dialog);
+        Type(dialog, IDC_CONFIG_ENV, "2", CBN_SELCHANGE);
+        seen += ListState(dialog);
         ::SetDlgItemTextA(dialog, IDC_CONFIG_TARGET, "app.exe");
         ::CheckDlgButton(dialog, IDC_CONFIG_DEBUG, BST_CHECKED);
     });
@@ -174,31 +137,20 @@ TEST_F(ProjectDialogs, ConfigurationIsSavedAndReadBack)
     Command(ID_PROJECT_CONFIGURE);
     ASSERT_TRUE(CloseFrame());
     EXPECT_EQ("'=' not allowed here", m_boxes.Texts().back());
-    const std::string ini = Read("proj\\kelmar.ini");
-    for (const char* line :
-         {"Builder=mk", "NewKey=v", "Environment=Zortech C", "Target=app.exe", "DebugBuild=1"})
-        EXPECT_NE(std::string::npos, ini.find(line)) << line << "\n" << ini;
+    EXPECT_NE(std::string::npos, Read("proj\\kelmar.ini").find("\nNewKey=v\r\n"));
     ASSERT_TRUE(Start(start));
     m_boxes.Queue(IDOK, [&](HWND dialog) {
-        note(dialog);
-        ::SendMessageA(::GetDlgItem(dialog, IDC_CONFIG_ENV), CB_SETCURSEL, 0, 0);
-        Type(dialog, IDC_CONFIG_ENV, "", CBN_SELCHANGE);
+        seen += ListState(dialog);
+        Type(dialog, IDC_CONFIG_ENV, "0", CBN_SELCHANGE);
         Type(dialog, IDC_CONFIG_OPTION, "Builder");
-        note(dialog);
-        seen.push_back(WindowText(::GetDlgItem(dialog, IDC_CONFIG_TARGET)));
+        seen += ListState(dialog) + WindowText(::GetDlgItem(dialog, IDC_CONFIG_TARGET)) +
+                std::to_string(::IsDlgButtonChecked(dialog, IDC_CONFIG_DEBUG));
     });
     Command(ID_PROJECT_CONFIGURE);
-    const std::vector<std::string> expected = {"28 0 Compiler=cl386.exe /nologo /D_X86_=1",
-                                               "28 5 LinkArgs=-subsystem:windows "
-                                               "-entry:WinMainCRTStartup set",
-                                               "29 28 NewKey=v set",
-                                               "29 14 Builder=mk set",
-                                               "29 -1 ",
-                                               "28 0 Compiler=ztc.com",
-                                               "28 0 Compiler=ztc.com",
-                                               "28 14 Builder=mk set",
-                                               "app.exe"};
-    EXPECT_EQ(expected, seen);
+    EXPECT_EQ("28 0 Compiler=cl386.exe /nologo /D_X86_=1|28 5 LinkArgs=-subsystem:windows "
+              "-entry:WinMainCRTStartup set|29 28 NewKey=v set|29 14 Builder=mk set|29 -1 |"
+              "28 0 Compiler=ztc.com|28 0 Compiler=ztc.com|28 14 Builder=mk set|app.exe1",
+              seen);
 }
 
 } // namespace
