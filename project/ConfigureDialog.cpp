@@ -13,6 +13,7 @@ namespace
 const DWORD kHelpConfigure = 40;
 const int kTargetLimit = 20;
 const int kEnvironments = 5;
+const int kLineMargin = 4; // pixels beside the text of a line
 } // namespace
 
 IMPLEMENT_DYNAMIC(CConfigureDialog, CModalDialog)
@@ -62,9 +63,28 @@ void CConfigureDialog::FillList()
         key += '=';
         key += value;
         ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(key.c_str()));
+        Widen(key);
     }
     ::SendMessageA(list, LB_SETCURSEL, 0, 0);
     OnLineChosen();
+}
+
+// The list scrolls across as far as its widest line reaches.
+void CConfigureDialog::Widen(const CString& line)
+{
+    HWND list = GetDlgItem(IDC_CONFIG_LIST);
+    HDC dc = ::GetDC(list);
+    if (!dc)
+        return;
+    HGDIOBJ old =
+        ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(::SendMessageA(list, WM_GETFONT, 0, 0)));
+    SIZE size = {0, 0};
+    ::GetTextExtentPoint32A(dc, line, line.GetLength(), &size);
+    ::SelectObject(dc, old);
+    ::ReleaseDC(list, dc);
+    const LRESULT extent = ::SendMessageA(list, LB_GETHORIZONTALEXTENT, 0, 0);
+    if (size.cx + kLineMargin > extent)
+        ::SendMessageA(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(size.cx + kLineMargin), 0);
 }
 
 // The case counts, as it does for the keys in the store.
@@ -164,6 +184,7 @@ void CConfigureDialog::OnSet()
         index = ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
     }
     ::SendMessageA(list, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    Widen(line);
 }
 
 // Escape leaves the target, the arguments and the switch as they were;

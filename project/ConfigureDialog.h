@@ -26,5 +26,6 @@ class CConfigureDialog : public CModalDialog
     // The index of the line that starts with prefix, or LB_ERR.
     int FindLine(const CString& prefix) const;
     void EnableSet(bool enable);
+    void Widen(const CString& line);
     DECLARE_MESSAGE_MAP()
 };
