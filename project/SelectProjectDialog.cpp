@@ -39,8 +39,7 @@ bool CSelectProjectDialog::OnInitDialog()
 void CSelectProjectDialog::EnableButtons(bool empty, bool same)
 {
     ::EnableWindow(GetDlgItem(IDOK), !empty && !same);
-    ::EnableWindow(GetDlgItem(IDC_SELECT_EXIT),
-                   !empty && same && !theApp.m_strProjectDir.IsEmpty());
+    ::EnableWindow(GetDlgItem(IDC_SELECT_EXIT), !empty && same);
 }
 
 // A typed text is the project's whatever its case.

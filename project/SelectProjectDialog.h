@@ -21,7 +21,8 @@ class CSelectProjectDialog : public CModalDialog
     void OnHelp();
 
   private:
-    // same: the text is the current project's.
+    // same: the text is the current project's, which no text is when no
+    // project is open.
     void EnableButtons(bool empty, bool same);
     DECLARE_MESSAGE_MAP()
 };

@@ -65,25 +65,28 @@ TEST_F(ProjectDialogs, SelectButtonsFollowTextAndEntry)
 
 // Each change saves the settings left and loads those of the new project,
 // with its keys, its menus and its windows; a new directory is made first.
+// Leaving a project goes back to the global file's directory.
 TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
 {
     ::CreateDirectoryA(Path("proj").c_str(), nullptr);
     Write("proj\\a.c", "");
     Write("proj\\kelmar.ini", "[Settings]\nTabSize=3\n[Key Bindings]\nFile:New=123,1\n"
                               "[Session]\nEditCount=1\nEdit01=a.c\n");
-    Write("g.c", "");
-    ASSERT_TRUE(Start(Path("g.c")));
-    for (const char* typed : {"Proj", "..\\new\\"}) // relative to the current directory
-        m_boxes.Queue(IDOK,
-                      [=](HWND dialog) { Type(dialog, IDC_SELECT_PATH, typed, CBN_EDITCHANGE); });
+    ASSERT_TRUE(Start(""));
+    auto type = [](const char* text) { // relative to the current directory
+        return [=](HWND dialog) { Type(dialog, IDC_SELECT_PATH, text, CBN_EDITCHANGE); };
+    };
+    m_boxes.Queue(IDOK, type("Proj"));
+    m_boxes.Queue(IDOK, type("..\\new\\"));
     m_boxes.Queue({IDOK, IDC_SELECT_EXIT}); // to make new, then to leave
-    auto local = [&](std::string path) {    // the path in the test's directory
+    m_boxes.Queue(IDOK, type("Proj"));
+    auto local = [&](std::string path) { // the path in the test's directory
         path = Lower(path);
         return path == Lower(m_dir) ? "." : path.substr(std::min(path.size(), m_dir.size() + 1));
     };
     // The project, the current directory, the windows, TabSize and New's key.
-    for (const char* expected :
-         {"proj proj proj\\a.c 3 &New\tF12", "new new  8 &New\tCtrl+N", " . g.c 8 &New\tCtrl+N"}) {
+    for (const char* expected : {"proj proj proj\\a.c 3 &New\tF12", "new new  8 &New\tCtrl+N",
+                                 " .  8 &New\tCtrl+N", "proj proj proj\\a.c 3 &New\tF12"}) {
         Command(ID_PROJECT_SELECT);
         char current[MAX_PATH], key[40] = "";
         ::GetCurrentDirectoryA(MAX_PATH, current);
@@ -93,7 +96,7 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
             seen += local(caption);
         EXPECT_EQ(expected, seen + " " + std::to_string(theApp.tabSize) + " " + key);
     }
-    EXPECT_EQ("new proj",
+    EXPECT_EQ("proj new",
               local(theApp.recentProjects[0].str()) + " " + local(theApp.recentProjects[1].str()));
 }
 
