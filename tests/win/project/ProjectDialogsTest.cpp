@@ -70,7 +70,7 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
 {
     ::CreateDirectoryA(Path("proj").c_str(), nullptr);
     Write("proj\\a.c", "");
-    Write("proj\\kelmar.ini", "[Settings]\nTabSize=3\n[Key Bindings]\nFile:New=123,1\n"
+    Write("proj\\kelmar.ini", "[Settings]\nTabSize=3\nFlags=1\n[Key Bindings]\nFile:New=123,1\n"
                               "[Session]\nEditCount=1\nEdit01=a.c\n");
     ASSERT_TRUE(Start(""));
     auto type = [](const char* text) { // relative to the current directory
@@ -84,9 +84,10 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
         path = Lower(path);
         return path == Lower(m_dir) ? "." : path.substr(std::min(path.size(), m_dir.size() + 1));
     };
-    // The project, the current directory, the windows, TabSize and New's key.
-    for (const char* expected : {"proj proj proj\\a.c 3 &New\tF12", "new new  8 &New\tCtrl+N",
-                                 " .  8 &New\tCtrl+N", "proj proj proj\\a.c 3 &New\tF12"}) {
+    // The project, the current directory, the windows, TabSize, New's key
+    // and the status bar.
+    for (const char* expected : {"proj proj proj\\a.c 3 &New\tF120", "new new  8 &New\tCtrl+N1",
+                                 " .  8 &New\tCtrl+N1", "proj proj proj\\a.c 3 &New\tF120"}) {
         Command(ID_PROJECT_SELECT);
         char current[MAX_PATH], key[40] = "";
         ::GetCurrentDirectoryA(MAX_PATH, current);
@@ -94,7 +95,8 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
         std::string seen = local(theApp.m_strProjectDir.str()) + " " + local(current) + " ";
         for (const std::string& caption : ChildCaptions())
             seen += local(caption);
-        EXPECT_EQ(expected, seen + " " + std::to_string(theApp.tabSize) + " " + key);
+        EXPECT_EQ(expected, seen + " " + std::to_string(theApp.tabSize) + " " + key +
+                                std::to_string(theApp.statusBar.Exists()));
     }
     EXPECT_EQ("proj new",
               local(theApp.recentProjects[0].str()) + " " + local(theApp.recentProjects[1].str()));
