@@ -87,18 +87,24 @@ void CConfigureDialog::Widen(const CString& line)
         ::SendMessageA(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(size.cx + kLineMargin), 0);
 }
 
+CString CConfigureDialog::LineAt(int index) const
+{
+    HWND list = GetDlgItem(IDC_CONFIG_LIST);
+    const LRESULT length = ::SendMessageA(list, LB_GETTEXTLEN, static_cast<WPARAM>(index), 0);
+    std::vector<char> line(length < 0 ? 1 : static_cast<size_t>(length) + 1, '\0');
+    ::SendMessageA(list, LB_GETTEXT, static_cast<WPARAM>(index),
+                   reinterpret_cast<LPARAM>(line.data()));
+    return CString(line.data());
+}
+
 // The case counts, as it does for the keys in the store.
 int CConfigureDialog::FindLine(const CString& prefix) const
 {
-    HWND list = GetDlgItem(IDC_CONFIG_LIST);
-    const int count = static_cast<int>(::SendMessageA(list, LB_GETCOUNT, 0, 0));
-    std::vector<char> line;
-    for (int i = 0; i < count; ++i) {
-        line.assign(static_cast<size_t>(::SendMessageA(list, LB_GETTEXTLEN, i, 0)) + 1, '\0');
-        ::SendMessageA(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(line.data()));
-        if (strncmp(line.data(), prefix, static_cast<size_t>(prefix.GetLength())) == 0)
+    const int count =
+        static_cast<int>(::SendMessageA(GetDlgItem(IDC_CONFIG_LIST), LB_GETCOUNT, 0, 0));
+    for (int i = 0; i < count; ++i)
+        if (strncmp(LineAt(i), prefix, static_cast<size_t>(prefix.GetLength())) == 0)
             return i;
-    }
     return LB_ERR;
 }
 
@@ -123,12 +129,7 @@ void CConfigureDialog::OnLineChosen()
     const LRESULT index = ::SendMessageA(list, LB_GETCURSEL, 0, 0);
     CString option, setting;
     if (index != LB_ERR) {
-        std::vector<char> line(static_cast<size_t>(::SendMessageA(list, LB_GETTEXTLEN,
-                                                                  static_cast<WPARAM>(index), 0)) +
-                               1);
-        ::SendMessageA(list, LB_GETTEXT, static_cast<WPARAM>(index),
-                       reinterpret_cast<LPARAM>(line.data()));
-        CString text(line.data());
+        const CString text = LineAt(static_cast<int>(index));
         const int equals = text.Find('=');
         option = equals < 0 ? text : text.Left(equals);
         setting = equals < 0 ? CString() : text.Mid(equals + 1);

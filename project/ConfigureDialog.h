@@ -23,6 +23,7 @@ class CConfigureDialog : public CModalDialog
   private:
     // The list's lines, key=value, for the environment in use.
     void FillList();
+    CString LineAt(int index) const;
     // The index of the line that starts with prefix, or LB_ERR.
     int FindLine(const CString& prefix) const;
     void EnableSet(bool enable);
