@@ -3,6 +3,7 @@
 #include "app/KmApp.h"
 #include "app/KmChild.h"
 #include "app/Settings.h"
+#include "edit/FileUtil.h"
 #include "edit/KmFileDialog.h"
 #include "edit/KmFileEdit.h"
 #include "edit/Messages.h"
@@ -33,6 +34,7 @@ BEGIN_MESSAGE_MAP(CKmFrame, CMDIFrameWnd)
     ON_MESSAGE(WM_KM_SETMENU, OnSetMenu)
     ON_MESSAGE(WM_KM_WINDOWLIST, OnWindowList)
     ON_MESSAGE(WM_KM_FILEMANAGERCLOSED, OnFileManagerClosed)
+    ON_MESSAGE(WM_KM_PROJECTCHANGED, OnProjectChanged)
     ON_COMMAND(ID_FILE_NEW, OnFileNew)
     ON_COMMAND(ID_FILE_OPEN, OnFileOpen)
     ON_COMMAND(ID_FILE_SAVEALL, OnFileSaveAll)
@@ -379,8 +381,12 @@ void CKmFrame::OnWindowArrange()
 
 void CKmFrame::OnWindowCloseAll()
 {
-    if (!QueryCloseAll())
-        return;
+    if (QueryCloseAll())
+        CloseAllChildren();
+}
+
+void CKmFrame::CloseAllChildren()
+{
     BeginBusy(true);
     for (;;) {
         HWND hwnd = ::GetWindow(m_hWndMDIClient, GW_CHILD);
@@ -391,4 +397,35 @@ void CKmFrame::OnWindowCloseAll()
         ::SendMessageA(m_hWndMDIClient, WM_MDIDESTROY, reinterpret_cast<WPARAM>(hwnd), 0);
     }
     EndBusy();
+}
+
+// The settings of the new project, or the global ones, with their menus,
+// keys, bars, font and windows.
+LRESULT CKmFrame::OnProjectChanged(WPARAM, LPARAM)
+{
+    try {
+        const unsigned long bars = theApp.flags & (KF_NOSTATUSBAR | KF_NOTOOLBAR);
+        const bool project = !theApp.m_strProjectDir.IsEmpty();
+        CString dir;
+        if (!project && SplitDir(theApp.iniPath, dir))
+            ChangeDir(dir);
+        theApp.LoadSettings(project);
+        if (!theApp.m_strProjectDir.IsEmpty())
+            theApp.flags &= ~KF_NOPROJECT;
+        ApplyKeyBindings(true);
+        if ((theApp.flags ^ bars) & KF_NOSTATUSBAR) {
+            if (theApp.flags & KF_NOSTATUSBAR)
+                theApp.statusBar.Destroy();
+            else
+                theApp.SetUpStatusBar(m_hWnd);
+            RECT client;
+            ::GetClientRect(m_hWnd, &client);
+            SendMessage(WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+        }
+        theApp.LoadScreenFont();
+        theApp.RestoreSession();
+    } catch (const CMemoryException&) {
+        ::MessageBeep(0);
+    }
+    return 0;
 }

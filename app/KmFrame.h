@@ -28,6 +28,8 @@ class CKmFrame : public CMDIFrameWnd
     CKmChild* FindChildByPath(const char* path) const;
     bool SaveAllFiles(unsigned promptId);
     bool QueryCloseAll();
+    // Closes every child without asking.
+    void CloseAllChildren();
     void BeginBusy(bool hideClient);
     void EndBusy();
     void Alert(UINT type);
@@ -68,6 +70,7 @@ class CKmFrame : public CMDIFrameWnd
     LRESULT OnShowPos(WPARAM, LPARAM);
     LRESULT OnWindowList(WPARAM, LPARAM);
     LRESULT OnFileManagerClosed(WPARAM, LPARAM);
+    LRESULT OnProjectChanged(WPARAM, LPARAM);
     void OnFileNew();
     void OnFileOpen();
     void OnFileSaveAll();

@@ -77,9 +77,11 @@ set(KM_APP_SOURCES
   print/PageSetupDialog.cpp
   print/PrintCommands.cpp
   project/BuildTargetDialog.cpp
+  project/ConfigureDialog.cpp
   project/ProcessRunner.cpp
   project/ProjectCommands.cpp
   project/ProjectModel.cpp
+  project/SelectProjectDialog.cpp
   search/FindDialog.cpp
   search/GlobalSearch.cpp
   search/GrepDialog.cpp

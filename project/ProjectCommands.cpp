@@ -7,7 +7,9 @@
 #include "edit/FileUtil.h"
 #include "edit/Messages.h"
 #include "project/BuildTargetDialog.h"
+#include "project/ConfigureDialog.h"
 #include "project/ProjectLines.h"
+#include "project/SelectProjectDialog.h"
 #include "resources/KmIds.h"
 #include "tools/RunCommand.h"
 
@@ -15,7 +17,6 @@ IMPLEMENT_DYNAMIC(CProjectCommands, CKmCommands)
 
 // clang-format off
 BEGIN_MESSAGE_MAP(CProjectCommands, CKmCommands)
-    ON_MESSAGE(WM_KM_PROJECTCHANGED, OnNotYetMessage)
     ON_MESSAGE(WM_KM_PROCESSDONE, OnProcessDone)
     ON_COMMAND(ID_PROJECT_COMPILE, OnCompile)
     ON_COMMAND(ID_PROJECT_LINK, OnLink)
@@ -23,7 +24,8 @@ BEGIN_MESSAGE_MAP(CProjectCommands, CKmCommands)
     ON_COMMAND(ID_PROJECT_TEST, OnTest)
     ON_COMMAND(ID_PROJECT_DEBUG, OnDebug)
     ON_COMMAND(ID_PROJECT_VIEWLOG, OnViewLog)
-    ON_COMMAND_RANGE(ID_PROJECT_SELECT, ID_PROJECT_CONFIGURE, OnNotYet)
+    ON_COMMAND(ID_PROJECT_SELECT, OnSelect)
+    ON_COMMAND(ID_PROJECT_CONFIGURE, OnConfigure)
     ON_COMMAND(ID_PROJECT_BUILDTARGET, OnBuildTarget)
 END_MESSAGE_MAP()
 // clang-format on
@@ -31,11 +33,35 @@ END_MESSAGE_MAP()
 namespace
 {
 
+const int kPathNotFound = 3;
+
 std::string Env(unsigned id)
 {
     CString value;
     theApp.GetEnvironmentSetting(id, value);
     return value.str();
+}
+
+// The full name of the chosen directory, which is made when it is not
+// there and the user agrees; false, after any message, to give up.
+bool ProjectDirFor(const CString& text, CString& dir)
+{
+    FileStatus status;
+    bool ready = false;
+    if (GetFullPath(text, dir)) {
+        if (dir.GetLength() > 3 && dir[dir.GetLength() - 1] == '\\')
+            dir = dir.Left(dir.GetLength() - 1);
+        if (GetFileStatus(dir, status))
+            ready = (status.attribute & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        else if (KmMessageBox(nullptr, MB_OKCANCEL | MB_ICONQUESTION, IDS_CREATENEW, dir.c_str()) !=
+                 IDOK)
+            return false;
+        else
+            ready = MakeDir(dir);
+    }
+    if (!ready)
+        ReportFileCause(dir.IsEmpty() ? text : dir, kPathNotFound, MB_ICONHAND);
+    return ready;
 }
 
 CString Target()
@@ -157,6 +183,39 @@ void CProjectCommands::OnDebug()
     if (!Idle())
         return;
     RunCommand(&m_frame, Env(IDS_ENV_DEBUGGER).c_str(), Target(), theApp.m_strProjectDir, false);
+}
+
+// Another project, or none: the windows are asked and closed, the settings
+// saved, and the frame loads those of the new project when the message
+// comes.
+void CProjectCommands::OnSelect()
+{
+    CSelectProjectDialog dialog(m_frame.m_hWnd);
+    if (dialog.DoModal() != IDOK)
+        return;
+    try {
+        CString dir;
+        if (!dialog.m_strPath.IsEmpty() && !ProjectDirFor(dialog.m_strPath, dir))
+            return;
+        if (!m_frame.QueryCloseAll())
+            return;
+        if (theApp.saveWindows)
+            m_frame.SaveSession();
+        if (!dir.IsEmpty())
+            theApp.AddRecentProject(dir);
+        theApp.SaveSettings();
+        m_frame.CloseAllChildren();
+        theApp.m_strProjectDir = dir;
+        m_frame.PostMessage(WM_KM_PROJECTCHANGED);
+    } catch (const CMemoryException&) {
+        OutOfMemoryNotice();
+    }
+}
+
+void CProjectCommands::OnConfigure()
+{
+    CConfigureDialog dialog(m_frame.m_hWnd);
+    dialog.DoModal();
 }
 
 void CProjectCommands::OnViewLog()

@@ -36,6 +36,8 @@ class CProjectCommands : public CKmCommands
     void OnTest();
     void OnDebug();
     void OnViewLog();
+    void OnSelect();
+    void OnConfigure();
     LRESULT OnProcessDone(WPARAM, LPARAM status);
 
   private:
