@@ -6,6 +6,7 @@
 #include "edit/KmFileDialog.h"
 #include "edit/KmFileEdit.h"
 #include "edit/Messages.h"
+#include "ui/WinSelector.h"
 
 #include <cstring>
 #include <dde.h>
@@ -141,6 +142,8 @@ bool CKmFrame::QueryCloseAll()
 void CKmFrame::BeginBusy(bool hideClient)
 {
     m_hSavedCursor = ::SetCursor(::LoadCursorA(nullptr, IDC_WAIT));
+    if (m_pSelector)
+        m_pSelector->SetRedraw(false);
     if (hideClient && m_hWndMDIClient)
         ::ShowWindow(m_hWndMDIClient, SW_HIDE);
 }
@@ -149,6 +152,8 @@ void CKmFrame::EndBusy()
 {
     ::SetCursor(m_hSavedCursor);
     m_hSavedCursor = nullptr;
+    if (m_pSelector)
+        m_pSelector->SetRedraw(true);
     if (m_hWndMDIClient) {
         ::ShowWindow(m_hWndMDIClient, SW_SHOW);
         ::UpdateWindow(m_hWndMDIClient);
@@ -280,12 +285,21 @@ LRESULT CKmFrame::OnShowPos(WPARAM wParam, LPARAM lParam)
     return 0;
 }
 
-// The window selector follows the children's life; without it there is
-// nothing to keep up to date.
+// The window selector follows the children's life. A row removed takes the
+// selection with it, so the active child is selected again; the selector's
+// own end only clears the pointer.
 LRESULT CKmFrame::OnWindowList(WPARAM wParam, LPARAM lParam)
 {
-    if (m_pSelector)
-        ::SendMessageA(m_pSelector->m_hWnd, WM_KM_WINDOWLIST, wParam, lParam);
+    if (m_pSelector && reinterpret_cast<HWND>(lParam) == m_pSelector->m_hWnd) {
+        m_pSelector = nullptr;
+        return 0;
+    }
+    if (m_pSelector) {
+        m_pSelector->SendMessage(WM_KM_WINDOWLIST, wParam, lParam);
+        if (wParam == WL_DESTROYED && m_pActiveChild)
+            m_pSelector->SendMessage(WM_KM_WINDOWLIST, WL_ACTIVATED,
+                                     reinterpret_cast<LPARAM>(m_pActiveChild->m_hWnd));
+    }
     if (wParam == WL_DESTROYED && !OtherChildThan(reinterpret_cast<HWND>(lParam)))
         CloseDialogs();
     return 0;

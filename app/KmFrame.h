@@ -14,6 +14,8 @@
 #include <vector>
 
 class CKmChild;
+class CKeyTable;
+class CWinSelector;
 
 class CKmFrame : public CMDIFrameWnd
 {
@@ -45,11 +47,16 @@ class CKmFrame : public CMDIFrameWnd
     bool ApplyKeyBindings(bool reloadMenus);
     // The key text behind the tab of the command's items in both menus.
     void SetMenuKey(UINT cmd, const char* text);
+    // The keys of a table edited in the Key Bindings dialog become the
+    // frame's; its changes reach the menus and the settings. False when the
+    // new accelerators can't be made, and the old ones stay.
+    bool ApplyKeyTable(CKeyTable& table);
+    HACCEL GetAccelerators() const { return m_hAccel; }
 
     int m_nMenu = IDR_MENU_NOFILE; // the menu on show
     CKmChild* m_pActiveChild = nullptr;
     void* m_pFileManager = nullptr;
-    CWnd* m_pSelector = nullptr;
+    CWinSelector* m_pSelector = nullptr;
     CMenu m_menuNoFile;
     CMenu m_menuFile;
     CMenu m_menuPopup;

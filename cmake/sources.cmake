@@ -84,7 +84,9 @@ set(KM_APP_SOURCES
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
   tools/ToolArgsDialog.cpp
+  tools/ToolsDialog.cpp
   tools/RunDialog.cpp
+  ui/KeyBindingsDialog.cpp
   ui/KeyTable.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
@@ -93,6 +95,7 @@ set(KM_APP_SOURCES
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
   ui/UiCommands.cpp
+  ui/WinSelector.cpp
   views/FileSource.cpp
   views/FileView.cpp
   views/GotoAddressDialog.cpp
