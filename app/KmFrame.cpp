@@ -169,10 +169,12 @@ void CKmFrame::Alert(UINT type)
     }
 }
 
-// The tool bar, once there, takes the top of the client area.
+// Below the tool bar, when it is up.
 void CKmFrame::GetWorkArea(RECT& rect) const
 {
     ::GetClientRect(m_hWnd, &rect);
+    if (!(theApp.flags & KF_NOTOOLBAR))
+        rect.top += theApp.toolBar.GetHeight();
 }
 
 void CKmFrame::ShowContextMenu(int x, int y)
@@ -192,25 +194,34 @@ LRESULT CKmFrame::OnCreate(WPARAM, LPARAM lParam)
     if (!m_menuFile.LoadMenu(IDR_MENU_FILE))
         return -1;
     m_menuNoFile.Attach(reinterpret_cast<const CREATESTRUCTA*>(lParam)->hMenu);
+    if (!(theApp.flags & KF_NOTOOLBAR))
+        CreateToolBar();
     if (!(theApp.flags & KF_NOSTATUSBAR))
         theApp.SetUpStatusBar(m_hWnd);
     SendMessage(WM_KM_SETMENU, IDR_MENU_NOFILE);
     return 0;
 }
 
-LRESULT CKmFrame::OnSize(WPARAM wParam, LPARAM lParam)
+LRESULT CKmFrame::OnSize(WPARAM wParam, LPARAM)
 {
-    if (wParam == SIZE_MINIMIZED)
-        return 0;
-    const int width = LOWORD(lParam), height = HIWORD(lParam);
-    int statusHeight = 0;
+    if (wParam != SIZE_MINIMIZED)
+        LayOut();
+    return 0;
+}
+
+void CKmFrame::LayOut()
+{
+    RECT client;
+    ::GetClientRect(m_hWnd, &client);
+    const int width = client.right, height = client.bottom;
+    int statusHeight = 0, toolHeight = 0;
     if (!(theApp.flags & KF_NOSTATUSBAR))
         statusHeight = theApp.statusBar.Resize(width, height);
-    const int toolHeight = 0; // the tool bar comes later
+    if (!(theApp.flags & KF_NOTOOLBAR))
+        toolHeight = theApp.toolBar.Resize(width, height);
     if (m_hWndMDIClient)
         ::MoveWindow(m_hWndMDIClient, 0, toolHeight, width, height - toolHeight - statusHeight,
                      TRUE);
-    return 0;
 }
 
 // The menu on show belongs to the window, which destroys it; the other goes
@@ -240,6 +251,7 @@ LRESULT CKmFrame::OnClose(WPARAM, LPARAM)
         theApp.flags |= KF_NOSTATUSBAR;
         theApp.statusBar.Destroy();
     }
+    DestroyToolBar();
     ::WinHelpA(m_hWnd, theApp.helpPath, HELP_QUIT, 0);
     if (m_hAccel) {
         ::DestroyAcceleratorTable(m_hAccel);
@@ -265,6 +277,7 @@ LRESULT CKmFrame::OnSysColorChange(WPARAM, LPARAM)
 {
     if (theApp.statusBar.Exists())
         theApp.statusBar.RecreateColours();
+    theApp.toolBar.RecreateColours();
     return Default();
 }
 

@@ -53,6 +53,22 @@ class CKmFrame : public CMDIFrameWnd
     bool ApplyKeyTable(CKeyTable& table);
     HACCEL GetAccelerators() const { return m_hAccel; }
 
+    // FrameToolBar.cpp: the tool bar put up and taken down, with the frame
+    // laid out afresh; a bar that can't be built leaves KF_NOTOOLBAR set.
+    bool CreateToolBar();
+    void DestroyToolBar();
+    // The project buttons in front of Help, alive while a project is open;
+    // adding throws CMemoryException.
+    void AddProjectButtons();
+    void RemoveProjectButtons();
+    // The buttons that need a file are etched under the menu without one.
+    void SetFileButtons(int menu);
+    // Off while a project command runs.
+    void SetProjectButtons(bool on);
+    // The tool bar at the top, the status bar at the foot, the client
+    // between.
+    void LayOut();
+
     int m_nMenu = IDR_MENU_NOFILE; // the menu on show
     CKmChild* m_pActiveChild = nullptr;
     void* m_pFileManager = nullptr;

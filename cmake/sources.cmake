@@ -59,6 +59,7 @@ set(KM_APP_SOURCES
   app/FrameIntake.cpp
   app/FrameMenus.cpp
   app/FrameKeys.cpp
+  app/FrameToolBar.cpp
   edit/EditCommands.cpp
   edit/EditSearch.cpp
   edit/GotoLineDialog.cpp
@@ -94,6 +95,9 @@ set(KM_APP_SOURCES
   tools/YieldDialog.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
+  ui/ToolBar.cpp
+  ui/ToolBarWnd.cpp
+  ui/ToolItems.cpp
   ui/UiCommands.cpp
   ui/WinSelector.cpp
   views/FileSource.cpp

@@ -13,6 +13,10 @@
 #define IDI_EDITFILE 40
 #define IDI_LOGVIEW 41
 
+/* The tool bar's pictures: black on white, and in colour */
+#define IDB_TOOLBAR_MONO 50
+#define IDB_TOOLBAR_COLOUR 51
+
 /* Dialog templates and their own controls */
 #define IDD_GOTOLINE 330
 #define IDC_LINENUMBER 331
