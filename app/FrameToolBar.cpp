@@ -99,11 +99,13 @@ bool CKmFrame::CreateToolBar()
     try {
         for (const BarButton& button : kButtons)
             AddButton(theApp.toolBar, button, 0);
-        theApp.flags &= ~KF_NOTOOLBAR;
-        if (!(theApp.flags & KF_NOPROJECT))
-            AddProjectButtons();
     } catch (const CMemoryException&) {
         OutOfMemoryNotice();
+        theApp.toolBar.Destroy();
+        return false;
+    }
+    theApp.flags &= ~KF_NOTOOLBAR;
+    if (!(theApp.flags & KF_NOPROJECT) && !AddProjectButtons()) {
         theApp.toolBar.Destroy();
         theApp.flags |= KF_NOTOOLBAR;
         return false;
@@ -126,12 +128,17 @@ void CKmFrame::DestroyToolBar()
     LayOut();
 }
 
-// Throws CMemoryException.
-void CKmFrame::AddProjectButtons()
+bool CKmFrame::AddProjectButtons()
 {
-    for (const BarButton& button : kProjectButtons)
-        AddButton(theApp.toolBar, button, ID_HELP_CONTEXT);
+    try {
+        for (const BarButton& button : kProjectButtons)
+            AddButton(theApp.toolBar, button, ID_HELP_CONTEXT);
+    } catch (const CMemoryException&) {
+        OutOfMemoryNotice();
+        return false;
+    }
     SetProjectButtons(!theApp.m_strProjectDir.IsEmpty());
+    return true;
 }
 
 void CKmFrame::RemoveProjectButtons()

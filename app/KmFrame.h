@@ -58,8 +58,8 @@ class CKmFrame : public CMDIFrameWnd
     bool CreateToolBar();
     void DestroyToolBar();
     // The project buttons in front of Help, alive while a project is open;
-    // adding throws CMemoryException.
-    void AddProjectButtons();
+    // false, after the out-of-memory notice, when they can't be added.
+    bool AddProjectButtons();
     void RemoveProjectButtons();
     // The buttons that need a file are etched under the menu without one.
     void SetFileButtons(int menu);
