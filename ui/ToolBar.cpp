@@ -10,6 +10,7 @@ const int kPicturesWidth = 256, kPicturesHeight = 96;
 const int kItemHeight = 21;
 const COLORREF kBlue = RGB(0, 0, 255);   // the face in the colour pictures
 const DWORD kPaintWhereSet = 0x00B8074A; // the brush where the mask is set, else the target
+const DWORD kClearWhereSet = 0x00220326; // black where the mask is set, else the target
 
 // A memory context over a new bitmap of the pictures' size, compatible
 // with the screen, or with nothing for a mask.
@@ -140,6 +141,8 @@ bool CKmToolBar::BuildPictures()
     bool built = source && sourceDc && mask;
     if (built) {
         ::SelectObject(sourceDc, source);
+        ::SetTextColor(m_dcImages, RGB(0, 0, 0));
+        ::SetBkColor(m_dcImages, RGB(255, 255, 255));
         if (s_bColour) {
             const RECT all = {0, 0, kPicturesWidth, kPicturesHeight};
             ::FillRect(m_dcImages, &all, s_hFaceBrush);
@@ -147,9 +150,7 @@ bool CKmToolBar::BuildPictures()
             ::BitBlt(mask, 0, 0, kPicturesWidth, kPicturesHeight, sourceDc, 0, 0, SRCCOPY);
             ::SetTextColor(sourceDc, RGB(0, 0, 0));
             ::SetBkColor(sourceDc, RGB(255, 255, 255));
-            ::BitBlt(sourceDc, 0, 0, kPicturesWidth, kPicturesHeight, mask, 0, 0, 0x00220326);
-            ::SetTextColor(m_dcImages, RGB(0, 0, 0));
-            ::SetBkColor(m_dcImages, RGB(255, 255, 255));
+            ::BitBlt(sourceDc, 0, 0, kPicturesWidth, kPicturesHeight, mask, 0, 0, kClearWhereSet);
             ::BitBlt(m_dcImages, 0, 0, kPicturesWidth, kPicturesHeight, mask, 0, 0, SRCAND);
             ::BitBlt(m_dcImages, 0, 0, kPicturesWidth, kPicturesHeight, sourceDc, 0, 0, SRCPAINT);
         } else {
