@@ -69,3 +69,24 @@ void CKmFrame::SetMenuKey(UINT cmd, const char* text)
         ::ModifyMenuA(menu, cmd, MF_BYCOMMAND | MF_STRING, cmd, shown.c_str());
     }
 }
+
+// A failed table leaves the frame's keys as they were, but the changes still
+// reach the menus and the file.
+bool CKmFrame::ApplyKeyTable(CKeyTable& table)
+{
+    HACCEL built = table.Build(m_hAccel);
+    if (built)
+        m_hAccel = built;
+    KeyRecord change;
+    while (table.NextChange(change)) {
+        const char* name = CommandName(change.cmd);
+        std::string text;
+        if (!name || !KeyText(change.key, change.fVirt, text))
+            continue;
+        SetMenuKey(change.cmd, text.c_str());
+        CString value;
+        value.Format("%d,%d", change.key, change.fVirt);
+        theApp.SetSetting(SECTION_KEYBINDINGS, name, value);
+    }
+    return built != nullptr;
+}

@@ -38,6 +38,7 @@ LRESULT CKmFrame::OnSetMenu(WPARAM wParam, LPARAM)
     ::DrawMenuBar(m_hWnd);
     if (m_nMenu == IDR_MENU_NOFILE && !theApp.m_strProjectDir.IsEmpty())
         ChangeDir(theApp.m_strProjectDir);
+    SetFileButtons(m_nMenu);
     return 0;
 }
 

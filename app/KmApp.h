@@ -7,6 +7,7 @@
 #include "framework/WinApp.h"
 #include "tools/ToolList.h"
 #include "ui/StatusBar.h"
+#include "ui/ToolBar.h"
 
 class CKmFrame;
 class CIniStore;
@@ -68,7 +69,7 @@ class CKmApp : public CWinApp
     CString helpPath;
     CIniStore* store = nullptr;
     CKmStatusBar statusBar;
-    void* toolBar = nullptr; // the tool bar comes later
+    CKmToolBar toolBar;
     CKmPrinter* printer = nullptr;
     int saveSettings = 1;
     int saveWindows = 1;

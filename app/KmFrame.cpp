@@ -7,6 +7,7 @@
 #include "edit/KmFileDialog.h"
 #include "edit/KmFileEdit.h"
 #include "edit/Messages.h"
+#include "ui/WinSelector.h"
 
 #include <cstring>
 #include <dde.h>
@@ -143,6 +144,8 @@ bool CKmFrame::QueryCloseAll()
 void CKmFrame::BeginBusy(bool hideClient)
 {
     m_hSavedCursor = ::SetCursor(::LoadCursorA(nullptr, IDC_WAIT));
+    if (m_pSelector)
+        m_pSelector->SetRedraw(false);
     if (hideClient && m_hWndMDIClient)
         ::ShowWindow(m_hWndMDIClient, SW_HIDE);
 }
@@ -151,6 +154,8 @@ void CKmFrame::EndBusy()
 {
     ::SetCursor(m_hSavedCursor);
     m_hSavedCursor = nullptr;
+    if (m_pSelector)
+        m_pSelector->SetRedraw(true);
     if (m_hWndMDIClient) {
         ::ShowWindow(m_hWndMDIClient, SW_SHOW);
         ::UpdateWindow(m_hWndMDIClient);
@@ -166,10 +171,12 @@ void CKmFrame::Alert(UINT type)
     }
 }
 
-// The tool bar, once there, takes the top of the client area.
+// Below the tool bar, when it is up.
 void CKmFrame::GetWorkArea(RECT& rect) const
 {
     ::GetClientRect(m_hWnd, &rect);
+    if (!(theApp.flags & KF_NOTOOLBAR))
+        rect.top += theApp.toolBar.GetHeight();
 }
 
 void CKmFrame::ShowContextMenu(int x, int y)
@@ -189,25 +196,34 @@ LRESULT CKmFrame::OnCreate(WPARAM, LPARAM lParam)
     if (!m_menuFile.LoadMenu(IDR_MENU_FILE))
         return -1;
     m_menuNoFile.Attach(reinterpret_cast<const CREATESTRUCTA*>(lParam)->hMenu);
+    if (!(theApp.flags & KF_NOTOOLBAR))
+        CreateToolBar();
     if (!(theApp.flags & KF_NOSTATUSBAR))
         theApp.SetUpStatusBar(m_hWnd);
     SendMessage(WM_KM_SETMENU, IDR_MENU_NOFILE);
     return 0;
 }
 
-LRESULT CKmFrame::OnSize(WPARAM wParam, LPARAM lParam)
+LRESULT CKmFrame::OnSize(WPARAM wParam, LPARAM)
 {
-    if (wParam == SIZE_MINIMIZED)
-        return 0;
-    const int width = LOWORD(lParam), height = HIWORD(lParam);
-    int statusHeight = 0;
+    if (wParam != SIZE_MINIMIZED)
+        LayOut();
+    return 0;
+}
+
+void CKmFrame::LayOut()
+{
+    RECT client;
+    ::GetClientRect(m_hWnd, &client);
+    const int width = client.right, height = client.bottom;
+    int statusHeight = 0, toolHeight = 0;
     if (!(theApp.flags & KF_NOSTATUSBAR))
         statusHeight = theApp.statusBar.Resize(width, height);
-    const int toolHeight = 0; // the tool bar comes later
+    if (!(theApp.flags & KF_NOTOOLBAR))
+        toolHeight = theApp.toolBar.Resize(width, height);
     if (m_hWndMDIClient)
         ::MoveWindow(m_hWndMDIClient, 0, toolHeight, width, height - toolHeight - statusHeight,
                      TRUE);
-    return 0;
 }
 
 // The menu on show belongs to the window, which destroys it; the other goes
@@ -237,6 +253,7 @@ LRESULT CKmFrame::OnClose(WPARAM, LPARAM)
         theApp.flags |= KF_NOSTATUSBAR;
         theApp.statusBar.Destroy();
     }
+    DestroyToolBar();
     ::WinHelpA(m_hWnd, theApp.helpPath, HELP_QUIT, 0);
     if (m_hAccel) {
         ::DestroyAcceleratorTable(m_hAccel);
@@ -262,6 +279,7 @@ LRESULT CKmFrame::OnSysColorChange(WPARAM, LPARAM)
 {
     if (theApp.statusBar.Exists())
         theApp.statusBar.RecreateColours();
+    theApp.toolBar.RecreateColours();
     return Default();
 }
 
@@ -282,12 +300,21 @@ LRESULT CKmFrame::OnShowPos(WPARAM wParam, LPARAM lParam)
     return 0;
 }
 
-// The window selector follows the children's life; without it there is
-// nothing to keep up to date.
+// The window selector follows the children's life. A row removed takes the
+// selection with it, so the active child is selected again; the selector's
+// own end only clears the pointer.
 LRESULT CKmFrame::OnWindowList(WPARAM wParam, LPARAM lParam)
 {
-    if (m_pSelector)
-        ::SendMessageA(m_pSelector->m_hWnd, WM_KM_WINDOWLIST, wParam, lParam);
+    if (m_pSelector && reinterpret_cast<HWND>(lParam) == m_pSelector->m_hWnd) {
+        m_pSelector = nullptr;
+        return 0;
+    }
+    if (m_pSelector) {
+        m_pSelector->SendMessage(WM_KM_WINDOWLIST, wParam, lParam);
+        if (wParam == WL_DESTROYED && m_pActiveChild)
+            m_pSelector->SendMessage(WM_KM_WINDOWLIST, WL_ACTIVATED,
+                                     reinterpret_cast<LPARAM>(m_pActiveChild->m_hWnd));
+    }
     if (wParam == WL_DESTROYED && !OtherChildThan(reinterpret_cast<HWND>(lParam)))
         CloseDialogs();
     return 0;
@@ -404,7 +431,7 @@ void CKmFrame::CloseAllChildren()
 LRESULT CKmFrame::OnProjectChanged(WPARAM, LPARAM)
 {
     try {
-        const unsigned long bars = theApp.flags & (KF_NOSTATUSBAR | KF_NOTOOLBAR);
+        const unsigned long bars = theApp.flags & (KF_NOSTATUSBAR | KF_NOTOOLBAR | KF_NOPROJECT);
         const bool project = !theApp.m_strProjectDir.IsEmpty();
         CString dir;
         if (!project && SplitDir(theApp.iniPath, dir))
@@ -422,6 +449,8 @@ LRESULT CKmFrame::OnProjectChanged(WPARAM, LPARAM)
             ::GetClientRect(m_hWnd, &client);
             SendMessage(WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
         }
+        ApplyToolBarFlags(bars);
+        SetProjectButtons(!theApp.m_strProjectDir.IsEmpty());
         theApp.LoadScreenFont();
         theApp.RestoreSession();
     } catch (const CMemoryException&) {

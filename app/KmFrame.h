@@ -14,6 +14,8 @@
 #include <vector>
 
 class CKmChild;
+class CKeyTable;
+class CWinSelector;
 
 class CKmFrame : public CMDIFrameWnd
 {
@@ -47,11 +49,36 @@ class CKmFrame : public CMDIFrameWnd
     bool ApplyKeyBindings(bool reloadMenus);
     // The key text behind the tab of the command's items in both menus.
     void SetMenuKey(UINT cmd, const char* text);
+    // The keys of a table edited in the Key Bindings dialog become the
+    // frame's; its changes reach the menus and the settings. False when the
+    // new accelerators can't be made, and the old ones stay.
+    bool ApplyKeyTable(CKeyTable& table);
+    HACCEL GetAccelerators() const { return m_hAccel; }
+
+    // FrameToolBar.cpp: the tool bar put up and taken down, with the frame
+    // laid out afresh; a bar that can't be built leaves KF_NOTOOLBAR set.
+    bool CreateToolBar();
+    void DestroyToolBar();
+    // The project buttons in front of Help, alive while a project is open;
+    // false, after the out-of-memory notice, when they can't be added.
+    bool AddProjectButtons();
+    void RemoveProjectButtons();
+    // The bar and its project buttons brought in line with KF_NOTOOLBAR and
+    // KF_NOPROJECT after a change from the flags old; a bar taken down
+    // removes the buttons it had.
+    void ApplyToolBarFlags(unsigned long old);
+    // The buttons that need a file are etched under the menu without one.
+    void SetFileButtons(int menu);
+    // Off while a project command runs.
+    void SetProjectButtons(bool on);
+    // The tool bar at the top, the status bar at the foot, the client
+    // between.
+    void LayOut();
 
     int m_nMenu = IDR_MENU_NOFILE; // the menu on show
     CKmChild* m_pActiveChild = nullptr;
     void* m_pFileManager = nullptr;
-    CWnd* m_pSelector = nullptr;
+    CWinSelector* m_pSelector = nullptr;
     CMenu m_menuNoFile;
     CMenu m_menuFile;
     CMenu m_menuPopup;

@@ -61,6 +61,7 @@ set(KM_APP_SOURCES
   app/FrameIntake.cpp
   app/FrameMenus.cpp
   app/FrameKeys.cpp
+  app/FrameToolBar.cpp
   edit/EditCommands.cpp
   edit/EditSearch.cpp
   edit/GotoLineDialog.cpp
@@ -91,7 +92,9 @@ set(KM_APP_SOURCES
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
   tools/ToolArgsDialog.cpp
+  tools/ToolsDialog.cpp
   tools/RunDialog.cpp
+  ui/KeyBindingsDialog.cpp
   ui/KeyTable.cpp
   tools/RunCommand.cpp
   tools/ToolCommands.cpp
@@ -99,7 +102,11 @@ set(KM_APP_SOURCES
   tools/YieldDialog.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
+  ui/ToolBar.cpp
+  ui/ToolBarWnd.cpp
+  ui/ToolItems.cpp
   ui/UiCommands.cpp
+  ui/WinSelector.cpp
   views/FileSource.cpp
   views/FileView.cpp
   views/GotoAddressDialog.cpp

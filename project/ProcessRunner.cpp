@@ -74,6 +74,7 @@ bool CProjectCommands::RunProjectCommand(const char* command)
         ::MessageBeep(0);
         return false;
     }
+    m_frame.SetProjectButtons(false);
     m_bProjectRunning = true;
     DWORD id;
     m_hProjectThread = ::CreateThread(nullptr, 0, Worker, m_strCommandLine.GetBuffer(0), 0, &id);
@@ -82,6 +83,7 @@ bool CProjectCommands::RunProjectCommand(const char* command)
         ::MessageBeep(static_cast<UINT>(-1));
         m_strOutputFile.Empty();
         m_strOutputDir.Empty();
+        m_frame.SetProjectButtons(true);
     }
     return m_bProjectRunning;
 }
@@ -116,6 +118,7 @@ LRESULT CProjectCommands::OnProcessDone(WPARAM, LPARAM status)
         ::MessageBeep(MB_ICONHAND);
     }
     theApp.statusBar.SetTextId(message, kStatusSeconds);
+    m_frame.SetProjectButtons(true);
     return 0;
 }
 

@@ -13,6 +13,10 @@
 #define IDI_EDITFILE 40
 #define IDI_LOGVIEW 41
 
+/* The tool bar's pictures: black on white, and in colour */
+#define IDB_TOOLBAR_MONO 50
+#define IDB_TOOLBAR_COLOUR 51
+
 /* Dialog templates and their own controls */
 #define IDD_PRINTABORT 320
 #define IDC_PRINTABORT_NAME 321
@@ -72,8 +76,27 @@
 #define IDC_RUN_COMMAND 352
 #define IDC_RUN_MINIMIZED 353
 #define IDC_RUN_BROWSE 354
+#define IDD_KEYBINDINGS 480
+#define IDC_KEY_COMMAND 481
+#define IDC_KEY_VIRTKEY 482
+#define IDC_KEY_CONTROL 483
+#define IDC_KEY_SHIFT 484
+#define IDC_KEY_ALT 485
+#define IDC_KEY_SET 486
+#define IDD_TOOLS 490
+#define IDC_TOOLS_LIST 491
 #define IDD_TOOLARGS 492
 #define IDC_TOOLARGS_TEXT 493
+#define IDC_TOOLS_COMMAND 494
+#define IDC_TOOLS_MENUTEXT 495
+#define IDC_TOOLS_ARGUMENTS 496
+#define IDC_TOOLS_INITDIR 497
+#define IDC_TOOLS_PROMPT 498
+#define IDC_TOOLS_MINIMIZED 499
+#define IDC_TOOLS_NEW 500
+#define IDC_TOOLS_DELETE 501
+#define IDC_TOOLS_UP 502
+#define IDC_TOOLS_DOWN 503
 #define IDD_REPLACE 1541
 #define IDC_SCOPE 1542
 /* The file dialogs' own controls, beside the platform's; the templates are

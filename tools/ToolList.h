@@ -3,6 +3,7 @@
 #pragma once
 #include "framework/String.h"
 
+#include <utility>
 #include <vector>
 
 class CIniStore;
@@ -24,6 +25,17 @@ class CToolList
     // The new entry's index; -1 when the list is full.
     int Add(const CToolEntry& entry);
     void RemoveAll() { m_entries.clear(); }
+    void SetAt(int index, const CToolEntry& entry)
+    {
+        m_entries[static_cast<size_t>(index)] = entry;
+    }
+    // Closes the gap.
+    void RemoveAt(int index) { m_entries.erase(m_entries.begin() + index); }
+    // Swaps the entry with the one behind it.
+    void SwapWithNext(int index)
+    {
+        std::swap(m_entries[static_cast<size_t>(index)], m_entries[static_cast<size_t>(index) + 1]);
+    }
     int GetCount() const { return static_cast<int>(m_entries.size()); }
     const CToolEntry& GetAt(int index) const { return m_entries[static_cast<size_t>(index)]; }
 

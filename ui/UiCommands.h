@@ -10,5 +10,10 @@ class CUiCommands : public CKmCommands
   public:
     using CKmCommands::CKmCommands;
 
+  protected:
+    // Opens the window selector filled with the children, or brings it to
+    // the top where it stands.
+    void OnWindowSelector();
+
     DECLARE_MESSAGE_MAP()
 };

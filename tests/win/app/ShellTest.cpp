@@ -611,7 +611,7 @@ TEST_F(ShellTest, TheClockAndTheLayoutFollowTheBarWhileThereIsOne)
         ::SendMessageA(m_frameWnd, WM_SIZE, SIZE_MINIMIZED, MAKELPARAM(0, 0));
         RECT client;
         ::GetClientRect(m_frameWnd, &client);
-        const RECT expected = {0, 0, client.right,
+        const RECT expected = {0, theApp.toolBar.GetHeight(), client.right,
                                client.bottom - (bar ? CKmStatusBar::Height() : 0)},
                    now = Place(MdiClient(), m_frameWnd);
         EXPECT_TRUE(::EqualRect(&expected, &place)) << bar;

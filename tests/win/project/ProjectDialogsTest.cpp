@@ -2,6 +2,7 @@
 #include "app/KmApp.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
+#include "ui/ToolItems.h"
 
 using namespace kmtest;
 
@@ -70,7 +71,7 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
 {
     ::CreateDirectoryA(Path("proj").c_str(), nullptr);
     Write("proj\\a.c", "");
-    Write("proj\\kelmar.ini", "[Settings]\nTabSize=3\nFlags=1\n[Key Bindings]\nFile:New=123,1\n"
+    Write("proj\\kelmar.ini", "[Settings]\nTabSize=3\nFlags=101\n[Key Bindings]\nFile:New=123,1\n"
                               "[Session]\nEditCount=1\nEdit01=a.c\n");
     ASSERT_TRUE(Start(""));
     auto type = [](const char* text) { // relative to the current directory
@@ -84,10 +85,16 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
         path = Lower(path);
         return path == Lower(m_dir) ? "." : path.substr(std::min(path.size(), m_dir.size() + 1));
     };
-    // The project, the current directory, the windows, TabSize, New's key
-    // and the status bar.
-    for (const char* expected : {"proj proj proj\\a.c 3 &New\tF120", "new new  8 &New\tCtrl+N1",
-                                 " .  8 &New\tCtrl+N1", "proj proj proj\\a.c 3 &New\tF120"}) {
+    auto buildButton = [] { // '-' without a tool bar, 'B' alive, 'b' etched
+        for (int i = 0; theApp.toolBar.Exists() && i < theApp.toolBar.GetCount(); ++i)
+            if (theApp.toolBar.GetItem(i)->m_nId == ID_PROJECT_BUILD)
+                return theApp.toolBar.GetItem(i)->m_bEnabled ? "B" : "b";
+        return "-";
+    };
+    // The project, the current directory, the windows, TabSize, New's key,
+    // the status bar and the tool bar's Build button.
+    for (const char* expected : {"proj proj proj\\a.c 3 &New\tF120-", "new new  8 &New\tCtrl+N1B",
+                                 " .  8 &New\tCtrl+N1b", "proj proj proj\\a.c 3 &New\tF120-"}) {
         Command(ID_PROJECT_SELECT);
         char current[MAX_PATH], key[40] = "";
         ::GetCurrentDirectoryA(MAX_PATH, current);
@@ -96,7 +103,7 @@ TEST_F(ProjectDialogs, SelectedProjectTakesEffect)
         for (const std::string& caption : ChildCaptions())
             seen += local(caption);
         EXPECT_EQ(expected, seen + " " + std::to_string(theApp.tabSize) + " " + key +
-                                std::to_string(theApp.statusBar.Exists()));
+                                std::to_string(theApp.statusBar.Exists()) + buildButton());
     }
     EXPECT_EQ("proj new",
               local(theApp.recentProjects[0].str()) + " " + local(theApp.recentProjects[1].str()));

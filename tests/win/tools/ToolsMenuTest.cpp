@@ -1,7 +1,9 @@
 // The Tools popup built from the tool list, with the keys bound to tools.
+#include "app/KmApp.h"
 #include "app/MenuRules.h"
 #include "resources/KmIds.h"
 #include "support/WinTestSupport.h"
+#include "tools/ToolsDialog.h"
 
 namespace
 {
@@ -86,6 +88,42 @@ TEST_F(ToolsMenu, RunSplitsTheLineAndAsksAgainUntilAProgramStarts)
     EXPECT_EQ("nosuch.exe x", boxes[2].field);
     EXPECT_EQ("cmd.exe /c echo r> run.txt", boxes[3].field);
     EXPECT_TRUE(kmtest::PumpUntil([&] { return Read("run.txt") == "r\r\n"; }, 10000));
+}
+
+// Moved, stored by a change of selection and deleted in the dialog: these
+// stay after Cancel, the last unstored edit doesn't.
+TEST_F(ToolsMenu, DialogEditsReachThePopup)
+{
+    Write("t.bat", "");
+    Write("kelmar.ini",
+          "[Tools]\nToolCount=3\nToolCommand0=t.bat\nToolMenuText0=A\n"
+          "ToolCommand1=t.bat\nToolMenuText1=B\nToolCommand2=t.bat\nToolMenuText2=C\n");
+    ASSERT_TRUE(Start("-s"));
+    CToolList copy = theApp.tools;
+    std::string enabled;
+    m_boxes.Queue(IDCANCEL, [&](HWND dialog) {
+        auto select = [dialog](int row) {
+            ::SendDlgItemMessageA(dialog, IDC_TOOLS_LIST, LB_SETCURSEL, static_cast<WPARAM>(row),
+                                  0);
+            ::SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_TOOLS_LIST, LBN_SELCHANGE),
+                           reinterpret_cast<LPARAM>(::GetDlgItem(dialog, IDC_TOOLS_LIST)));
+        };
+        auto click = [dialog](int id) { ::SendMessageA(dialog, WM_COMMAND, id, 0); };
+        select(2);
+        click(IDC_TOOLS_UP); // C B, C current
+        ::SetDlgItemTextA(dialog, IDC_TOOLS_MENUTEXT, "&Zed");
+        select(0);               // stores &Zed
+        click(IDC_TOOLS_DELETE); // A goes, &Zed current
+        for (int id : {IDC_TOOLS_UP, IDC_TOOLS_DOWN, IDC_TOOLS_NEW})
+            enabled += ::IsWindowEnabled(::GetDlgItem(dialog, id)) ? '1' : '0';
+        ::SetDlgItemTextA(dialog, IDC_TOOLS_MENUTEXT, "lost");
+    });
+    CToolsDialog dialog(m_frameWnd, &copy);
+    EXPECT_EQ(IDCANCEL, dialog.DoModal());
+    theApp.tools = copy;
+    theApp.toolsDirty = 1;
+    EXPECT_EQ("011", enabled);
+    EXPECT_EQ((std::vector<std::string>{"&Zed", "B"}), ToolItems(OpenPopup(kNoFileWindowPopup)));
 }
 
 } // namespace
