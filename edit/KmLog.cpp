@@ -9,6 +9,7 @@
 #include "resources/KmIds.h"
 
 #include <cstdarg>
+#include <new>
 
 IMPLEMENT_DYNAMIC(CKmLog, CKmFileEdit)
 
@@ -22,6 +23,7 @@ BEGIN_MESSAGE_MAP(CKmLog, CKmFileEdit)
     ON_COMMAND(ID_EDIT_SHIFTRIGHT, OnRefused)
     ON_COMMAND(ID_SEARCH_GOTOLINE, GotoSourceLine)
     ON_COMMAND(ID_HELP_CONTEXT_CHILD, OnHelpContext)
+    ON_MESSAGE(WM_TIMER, OnFlushTimer)
 END_MESSAGE_MAP()
 // clang-format on
 
@@ -32,6 +34,11 @@ const UINT kHelpLog = 5;
 // wvsprintfA writes at most this much; the log takes the first 511.
 const int kFormatLimit = 1024;
 const int kLogLineLimit = 511;
+// Appended text waits at most this long before it reaches the control:
+// each append there redraws the scroll bars, which under some window
+// systems costs milliseconds, whatever the length of the text.
+const DWORD kFlushDelay = 200;
+const UINT_PTR kFlushTimer = 1;
 
 } // namespace
 
@@ -64,9 +71,11 @@ unsigned long CKmLog::ToolLogFlags()
     return flags;
 }
 
-// Appending moves the caret to the end, so the newest line stays in sight
-// and whatever the user had selected is lost; the control's read-only state
-// does not stop EM_REPLACESEL.
+// Text is gathered and reaches the control at most kFlushDelay later, at
+// the tool's end, or when the log closes. Appending moves the
+// caret to the end, so the newest line stays in sight and whatever the user
+// had selected is lost; the control's read-only state does not stop
+// EM_REPLACESEL.
 int CKmLog::LogPrintf(const char* format, ...)
 {
     if (m_outOfSpace)
@@ -82,14 +91,54 @@ int CKmLog::LogPrintf(const char* format, ...)
         length = kLogLineLimit;
         text[length] = '\0';
     }
+    try {
+        m_pending.append(text, static_cast<size_t>(length));
+    } catch (const std::bad_alloc&) {
+        Flush();
+        AppendToControl(text);
+        return length;
+    }
+    if (::GetTickCount() - m_lastFlush >= kFlushDelay)
+        Flush();
+    else
+        ::SetTimer(m_hWnd, kFlushTimer, kFlushDelay, nullptr);
+    return length;
+}
+
+void CKmLog::Flush()
+{
+    ::KillTimer(m_hWnd, kFlushTimer);
+    m_lastFlush = ::GetTickCount();
+    if (m_pending.empty())
+        return;
+    std::string text;
+    text.swap(m_pending);
+    if (!m_outOfSpace)
+        AppendToControl(text.c_str());
+}
+
+void CKmLog::AppendToControl(const char* text)
+{
     const DWORD end = static_cast<DWORD>(::GetWindowTextLengthA(m_edit.m_hWnd));
     m_edit.SetSelection(end, end);
     m_edit.SendMessage(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text));
-    return length;
+}
+
+LRESULT CKmLog::OnFlushTimer(WPARAM, LPARAM)
+{
+    Flush();
+    return 0;
+}
+
+bool CKmLog::QuerySave(unsigned promptId)
+{
+    Flush();
+    return CKmFileEdit::QuerySave(promptId);
 }
 
 void CKmLog::MarkClean()
 {
+    Flush();
     OnSetClean();
 }
 

@@ -6,6 +6,8 @@
 #include "edit/KmFileEdit.h"
 #include "framework/String.h"
 
+#include <string>
+
 class CKmLog : public CKmFileEdit
 {
     DECLARE_DYNAMIC(CKmLog)
@@ -26,15 +28,24 @@ class CKmLog : public CKmFileEdit
     int LogPrintf(const char* format, ...) KM_PRINTF(2, 3);
     // The tool's last step: its output does not count as a change to save.
     void MarkClean();
+    // Puts the text gathered by LogPrintf into the control now.
+    void Flush();
     // Opens the file that the caret's line names, at its place.
     void GotoSourceLine();
 
+    bool QuerySave(unsigned promptId) override;
     void UpdatePopup(HMENU menu, int index) override;
     void UpdateEditPopup(HMENU menu, int index) override;
 
     int m_bLocate;
 
+  private:
+    std::string m_pending; // appended, not yet in the control
+    DWORD m_lastFlush = 0;
+
   protected:
+    void AppendToControl(const char* text);
+    LRESULT OnFlushTimer(WPARAM, LPARAM);
     LRESULT OnRButtonDown(WPARAM, LPARAM);
     void OnRefused();
     void OnHelpContext();
