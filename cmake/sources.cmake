@@ -20,11 +20,13 @@ set(KM_CORE_SOURCES
   app/WordList.cpp
   edit/EditText.cpp
   edit/TextFormat.cpp
+  help/HelpText.cpp
   project/ProjectLines.cpp
   tools/CompareEngine.cpp
   tools/DateFormat.cpp
   tools/ExtractScan.cpp
   tools/MacroText.cpp
+  tools/TargetName.cpp
   ui/KeyRecords.cpp
   views/FixedRecordFile.cpp
   views/LineFile.cpp
@@ -70,6 +72,7 @@ set(KM_APP_SOURCES
   edit/Messages.cpp
   edit/TextFile.cpp
   help/HelpCommands.cpp
+  help/HelpLookup.cpp
   print/PrintCommands.cpp
   project/BuildTargetDialog.cpp
   project/ProcessRunner.cpp
@@ -81,6 +84,10 @@ set(KM_APP_SOURCES
   search/SearchCommands.cpp
   search/SearchRequest.cpp
   tools/FileDir.cpp
+  tools/FileActions.cpp
+  tools/FileManagerDialog.cpp
+  tools/CopyRenameDialog.cpp
+  tools/DeleteTouchDialog.cpp
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
   tools/ToolArgsDialog.cpp

@@ -49,6 +49,23 @@
 #define IDC_RUN_BROWSE 354
 #define IDD_TOOLARGS 492
 #define IDC_TOOLARGS_TEXT 493
+#define IDD_FILEMANAGER 400
+#define IDC_FM_DIR 401
+#define IDC_FM_FILES 402
+#define IDC_FM_COPY 403
+#define IDC_FM_DELETE 404
+#define IDC_FM_RENAME 405
+#define IDC_FM_TOUCH 406
+#define IDC_FM_BROWSE 407
+#define IDD_DELETETOUCH 410
+#define IDC_DT_DIR 411
+#define IDC_DT_LABEL 412
+#define IDC_DT_LIST 413
+#define IDD_COPYRENAME 420
+#define IDC_CR_DIR 421
+#define IDC_CR_FROM 422
+#define IDC_CR_TO 423
+#define IDC_CR_BROWSE 424
 #define IDD_REPLACE 1541
 #define IDC_SCOPE 1542
 /* The file dialogs' own controls, beside the platform's; the templates are
