@@ -53,7 +53,7 @@ km_wine_start "$work/wineprefix" N persistent
 # The tree of a test program: the native ones run on the host.
 tree_of() {
     case $1 in
-    test_app_core | test_edit_core | test_pattern | test_search_core | test_tools_core | test_ui_core | test_views_core) echo "$work/native" ;;
+    test_app_core | test_edit_core | test_help_core | test_pattern | test_search_core | test_tools_core | test_ui_core | test_views_core) echo "$work/native" ;;
     *) echo "$work/win64" ;;
     esac
 }

@@ -5,6 +5,8 @@
 #include "support/WinTestSupport.h"
 #include "tools/FileManagerDialog.h"
 
+#include <cstring>
+
 namespace
 {
 
@@ -90,6 +92,9 @@ TEST_F(ManageFiles, RefusalsAndQuestions)
         std::vector<std::string> texts = m_boxes.Texts();
         ASSERT_FALSE(texts.empty()) << row.files;
         EXPECT_EQ(here, texts.front()) << row.files;
+        char title[16] = "";
+        ::GetDlgItemTextA(dialog, row.button, title, sizeof title);
+        EXPECT_EQ(std::strtok(title + 1, "."), m_boxes.Boxes().front().caption);
         EXPECT_EQ(row.texts, std::vector<std::string>(texts.begin() + 1, texts.end())) << row.files;
         std::string after;
         for (const char* name : {"a.txt", "b.txt", "h.txt", "a.bak", "q.bak"})
