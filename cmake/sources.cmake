@@ -38,6 +38,8 @@ set(KM_CORE_SOURCES
 set(KM_FRAMEWORK_SOURCES
   framework/CmdTarget.cpp
   framework/Dialog.cpp
+  framework/NumEdit.cpp
+  framework/ThumbWheel.cpp
   framework/Exception.cpp
   framework/File.cpp
   framework/FileDialog.cpp
@@ -100,6 +102,9 @@ set(KM_APP_SOURCES
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
   ui/UiCommands.cpp
+  ui/AboutDialog.cpp
+  ui/GlobalSettingsDialog.cpp
+  ui/SysMetricsDialog.cpp
   views/FileSource.cpp
   views/FileView.cpp
   views/GotoAddressDialog.cpp

@@ -16,6 +16,7 @@
 /* Dialog templates and their own controls */
 #define IDD_GOTOLINE 330
 #define IDC_LINENUMBER 331
+#define IDC_LINEWHEEL 332
 #define IDD_GOTOADDRESS 335
 #define IDC_ADDRESS 336
 #define IDD_BUILDTARGET 360
@@ -66,6 +67,38 @@
 #define IDC_CR_FROM 422
 #define IDC_CR_TO 423
 #define IDC_CR_BROWSE 424
+#define IDD_ABOUT 300
+#define IDC_ABOUT_TITLE 301
+#define IDC_ABOUT_RELEASE 302
+#define IDC_ABOUT_NOTICE 303
+#define IDC_ABOUT_MEMORY 304
+#define IDD_SYSMETRICS 340
+#define IDC_SM_LIST 341
+#define IDC_SM_TEXT 342
+#define IDC_SM_VALUE 343
+/* Global Settings: the check boxes in the order of the dialog */
+#define IDD_GLOBALSETTINGS 430
+#define IDC_GS_SAVESETTINGS 431
+#define IDC_GS_SAVEWINDOWS 432
+#define IDC_GS_STATUSBAR 433
+#define IDC_GS_TOOLBAR 434
+#define IDC_GS_CLOCK 435
+#define IDC_GS_HSCROLL 436
+#define IDC_GS_VSCROLL 437
+#define IDC_GS_ALERTS 438
+#define IDC_GS_PROJECT 439
+#define IDC_GS_BACKUP 440
+#define IDC_GS_CONFIRM 441
+#define IDC_GS_SPACEDELIM 442
+#define IDC_GS_ALIGN 443
+#define IDC_GS_INDENT 444
+#define IDC_GS_TABSIZE 445
+#define IDC_GS_SHIFTWIDTH 446
+#define IDC_GS_SCREENFONT 447
+#define IDC_GS_PRINTERFONT 448
+#define IDC_GS_PAGESETUP 449
+#define IDC_GS_KEYS 450
+#define IDC_GS_TOOLS 451
 #define IDD_REPLACE 1541
 #define IDC_SCOPE 1542
 /* The file dialogs' own controls, beside the platform's; the templates are

@@ -1,6 +1,6 @@
 // The settings dialog, the window selector, the system metrics and the
-// about box as the frame reaches them. Until they are built, their commands
-// answer with the alert.
+// about box as the frame reaches them. The selector, not built yet, answers
+// with the alert.
 #pragma once
 #include "app/KmCommands.h"
 
@@ -9,6 +9,11 @@ class CUiCommands : public CKmCommands
     DECLARE_DYNAMIC(CUiCommands)
   public:
     using CKmCommands::CKmCommands;
+
+  protected:
+    void OnGlobalSettings();
+    void OnSystemMetrics();
+    void OnAbout();
 
     DECLARE_MESSAGE_MAP()
 };
