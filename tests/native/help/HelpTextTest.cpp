@@ -27,11 +27,8 @@ TEST(HelpText, IncludeLinesAndNames)
     for (const auto& row : rows) {
         EXPECT_EQ(row.mark, IncludeMarkAt(row.line)) << row.line;
         std::string name;
-        if (row.mark >= 0) {
-            EXPECT_EQ(row.name != nullptr, IncludeName(row.line + row.mark, name)) << row.line;
-            if (row.name)
-                EXPECT_EQ(row.name, name);
-        }
+        const bool closed = row.mark >= 0 && IncludeName(row.line + row.mark, name);
+        EXPECT_EQ(row.name ? row.name : "", closed ? name : "") << row.line;
     }
 }
 
