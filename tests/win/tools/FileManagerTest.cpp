@@ -106,6 +106,8 @@ TEST_F(ManageFiles, RefusalsAndQuestions)
     EXPECT_GT(::CompareFileTime(&touched, &old), 0);
     EXPECT_EQ(0, ::CompareFileTime(&readOnly, &old));
     EXPECT_EQ(0, ::CompareFileTime(&source, &copy));
+    ::SetDlgItemTextA(dialog, IDC_FM_FILES, "");
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, IDC_FM_TOUCH)));
     ::SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
     kmtest::PumpUntilIdle();
     EXPECT_EQ(nullptr, m_frame->m_pFileManager);
