@@ -18,49 +18,28 @@ std::string Item(HWND box, int id)
 
 TEST_F(SmallDialogs, GlobalSettingsNumbersAndApply)
 {
-    const unsigned long start = theApp.flags;
-    const std::string tab = "Tab size must be greater than 1";
+    const unsigned long start = theApp.flags, S = KF_NOSTATUSBAR, P = KF_NOPROJECT, C = KF_NOCLOCK,
+                        A = KF_ALIGN, B = KF_BACKUP, U = KF_AUTOSAVE, I = KF_INDENT,
+                        H = KF_NOHSCROLL;
+    const char* refusals[] = {"", "Tab size must be greater than 1",
+                              "Indent size must be greater than 1"};
     const struct {
-        const char* tab;
-        const char* indent;
+        const char *tab, *indent;
         std::vector<int> clicked;
-        std::string refusal;
-        int tabSize, shiftWidth;
-        unsigned long flags; // those that changed
+        int refusal;
+        const char* sizes;   // tab and indent after the dialog
+        unsigned long flags; // those changed since the start
     } rows[] = {
-        {"990", "3", {}, "", 99, 3, 0},
-        {"", "", {IDC_GS_STATUSBAR}, tab, 99, 3, 0},
-        {"1", "9", {}, tab, 99, 3, 0},
-        {"5", "1", {}, "Indent size must be greater than 1", 99, 3, 0},
-        {"07",
-         "02",
-         {IDC_GS_STATUSBAR, IDC_GS_PROJECT, IDC_GS_CLOCK},
-         "",
-         7,
-         2,
-         KF_NOSTATUSBAR | KF_NOPROJECT | KF_NOCLOCK},
-        {"8",
-         "4",
-         {IDC_GS_ALIGN, IDC_GS_BACKUP, IDC_GS_CONFIRM},
-         "",
-         8,
-         4,
-         KF_NOSTATUSBAR | KF_NOPROJECT | KF_NOCLOCK | KF_ALIGN | KF_BACKUP | KF_AUTOSAVE},
-        {"8",
-         "4",
-         {IDC_GS_INDENT, IDC_GS_STATUSBAR, IDC_GS_HSCROLL},
-         "",
-         8,
-         4,
-         KF_NOPROJECT | KF_NOCLOCK | KF_BACKUP | KF_AUTOSAVE | KF_INDENT | KF_NOHSCROLL},
-        {"8",
-         "4",
-         {IDC_GS_ALIGN},
-         "",
-         8,
-         4,
-         KF_NOPROJECT | KF_NOCLOCK | KF_BACKUP | KF_AUTOSAVE | KF_ALIGN | KF_NOHSCROLL},
-    };
+        // clang-format off
+        {"990", "3", {}, 0, "99 3", 0},
+        {"", "", {IDC_GS_STATUSBAR}, 1, "99 3", 0},
+        {"1", "9", {}, 1, "99 3", 0},
+        {"5", "1", {}, 2, "99 3", 0},
+        {"07", "02", {IDC_GS_STATUSBAR, IDC_GS_PROJECT, IDC_GS_CLOCK}, 0, "7 2", S | P | C},
+        {"8", "4", {IDC_GS_ALIGN, IDC_GS_BACKUP, IDC_GS_CONFIRM}, 0, "8 4", S | P | C | A | B | U},
+        {"8", "4", {IDC_GS_INDENT, IDC_GS_STATUSBAR, IDC_GS_HSCROLL}, 0, "8 4", P|C|B|U|I|H},
+        {"8", "4", {IDC_GS_ALIGN}, 0, "8 4", P | C | B | U | A | H},
+    }; // clang-format on
     for (const auto& row : rows) {
         m_boxes.Clear();
         HWND settings = nullptr;
@@ -71,12 +50,12 @@ TEST_F(SmallDialogs, GlobalSettingsNumbersAndApply)
             for (int id : row.clicked)
                 ::SendMessageA(::GetDlgItem(box, id), BM_CLICK, 0, 0);
         });
-        if (!row.refusal.empty())
+        if (row.refusal)
             m_boxes.Queue(IDOK, [&](HWND) { ::PostMessageA(settings, WM_COMMAND, IDCANCEL, 0); });
         Command(ID_SET_GLOBAL);
-        EXPECT_EQ(row.refusal, m_boxes.Boxes().size() > 1 ? m_boxes.Boxes()[1].text : "");
-        EXPECT_EQ(row.tabSize, theApp.tabSize) << row.tab;
-        EXPECT_EQ(row.shiftWidth, theApp.shiftWidth) << row.indent;
+        EXPECT_EQ(refusals[row.refusal], m_boxes.Boxes().size() > 1 ? m_boxes.Boxes()[1].text : "");
+        EXPECT_EQ(row.sizes,
+                  std::to_string(theApp.tabSize) + " " + std::to_string(theApp.shiftWidth));
         EXPECT_EQ(row.flags, theApp.flags ^ start) << row.tab;
         EXPECT_EQ(!(theApp.flags & KF_NOSTATUSBAR), theApp.statusBar.Exists());
         BOOL maximized = FALSE;
