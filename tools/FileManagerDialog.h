@@ -29,8 +29,8 @@ class CFileManagerDialog : public CDialog
     DECLARE_MESSAGE_MAP()
 
   private:
-    // The field's files, relative to the directory where they lie in it,
-    // joined by blanks; their number, 0 without memory.
+    // The field's files joined by blanks, those in the working directory
+    // without it; their number, 0 without memory.
     int CollectNames(CString& names);
     void FocusFiles();
 };
