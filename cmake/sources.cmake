@@ -21,11 +21,13 @@ set(KM_CORE_SOURCES
   edit/EditText.cpp
   edit/TextFormat.cpp
   print/PageLayout.cpp
+  help/HelpText.cpp
   project/ProjectLines.cpp
   tools/CompareEngine.cpp
   tools/DateFormat.cpp
   tools/ExtractScan.cpp
   tools/MacroText.cpp
+  tools/TargetName.cpp
   ui/KeyRecords.cpp
   views/FixedRecordFile.cpp
   views/LineFile.cpp
@@ -37,6 +39,8 @@ set(KM_CORE_SOURCES
 set(KM_FRAMEWORK_SOURCES
   framework/CmdTarget.cpp
   framework/Dialog.cpp
+  framework/NumEdit.cpp
+  framework/ThumbWheel.cpp
   framework/Exception.cpp
   framework/File.cpp
   framework/FileDialog.cpp
@@ -76,6 +80,7 @@ set(KM_APP_SOURCES
   print/KmPrinter.cpp
   print/PrintAbortDialog.cpp
   print/PageSetupDialog.cpp
+  help/HelpLookup.cpp
   print/PrintCommands.cpp
   project/BuildTargetDialog.cpp
   project/ConfigureDialog.cpp
@@ -89,6 +94,10 @@ set(KM_APP_SOURCES
   search/SearchCommands.cpp
   search/SearchRequest.cpp
   tools/FileDir.cpp
+  tools/FileActions.cpp
+  tools/FileManagerDialog.cpp
+  tools/CopyRenameDialog.cpp
+  tools/DeleteTouchDialog.cpp
   tools/CompareTool.cpp
   tools/ExtractTool.cpp
   tools/ToolArgsDialog.cpp
@@ -107,6 +116,9 @@ set(KM_APP_SOURCES
   ui/ToolItems.cpp
   ui/UiCommands.cpp
   ui/WinSelector.cpp
+  ui/AboutDialog.cpp
+  ui/GlobalSettingsDialog.cpp
+  ui/SysMetricsDialog.cpp
   views/FileSource.cpp
   views/FileView.cpp
   views/GotoAddressDialog.cpp

@@ -1,12 +1,14 @@
 // The editor window's own edit commands: the clipboard's append forms, case
-// changes, line shifts, transpose, word motions, Goto Line, Match Brace and
-// the window's switches.
+// changes, line shifts, transpose, word motions, Goto Line, Match Brace,
+// the window's switches and the help keys.
 #include "app/KmApp.h"
 #include "app/KmFrame.h"
 #include "edit/EditText.h"
 #include "edit/GotoLineDialog.h"
 #include "edit/KmFileEdit.h"
 #include "edit/Messages.h"
+#include "help/HelpLookup.h"
+#include "help/HelpText.h"
 #include "resources/KmIds.h"
 
 #include <algorithm>
@@ -352,4 +354,47 @@ void CKmFileEdit::OnSetClean()
     m_flags &= ~CF_MODIFIED;
     m_edit.SendMessage(EM_SETMODIFY, FALSE);
     ShowFlagPanes();
+}
+
+// F1 opens the header of an include line wherever the caret stands in it;
+// an include line without a name in marks only beeps. Without project
+// features there are no help sources, and the editor's own page is shown.
+void CKmFileEdit::OnHelpContext()
+{
+    if (theApp.flags & KF_NOPROJECT) {
+        ::WinHelpA(KmGetMainWindow(), theApp.helpPath, HELP_CONTEXT, kHelpEditorNoProject);
+        return;
+    }
+    std::string line;
+    {
+        const long start = static_cast<long>(m_edit.SendMessage(EM_LINEINDEX, WPARAM(-1)));
+        CEditText text(m_edit);
+        const char* from = text.text + start;
+        line.assign(from, std::strcspn(from, "\n"));
+    }
+    const long mark = IncludeMarkAt(line.c_str());
+    if (mark == kNotInclude)
+        WordHelp(0);
+    else if (mark == kIncludeWithoutName || !OpenIncludeFile(line.c_str() + mark))
+        Alert(MB_ICONEXCLAMATION);
+}
+
+void CKmFileEdit::OnWordHelp(UINT id)
+{
+    WordHelp(id == ID_HELP_SDK ? 1 : 2);
+}
+
+void CKmFileEdit::WordHelp(int mode)
+{
+    const size_t kLongestWord = 63;
+    DWORD start = 0, end = 0;
+    m_edit.GetSel(start, end);
+    std::string word;
+    {
+        CEditText text(m_edit);
+        word = HelpWordAt(text.text, static_cast<long>(start), IsEditWordByte);
+    }
+    if (word.size() > kLongestWord)
+        word.resize(kLongestWord);
+    LookupHelp(mode, word.c_str());
 }

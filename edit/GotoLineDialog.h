@@ -1,6 +1,9 @@
-// The Goto Line dialog: a line number of up to seven digits.
+// The Goto Line dialog: a line number of up to seven digits, typed or
+// counted with the wheel beside it. Typing does not move the wheel.
 #pragma once
 #include "framework/Dialog.h"
+#include "framework/NumEdit.h"
+#include "framework/ThumbWheel.h"
 
 class CGotoLineDialog : public CModalDialog
 {
@@ -10,5 +13,9 @@ class CGotoLineDialog : public CModalDialog
 
   protected:
     bool OnInitDialog() override;
+    bool OnCommand(WPARAM wParam, LPARAM lParam) override;
     void OnOK() override;
+
+    CNumEdit m_edit;
+    CThumbWheel m_wheel;
 };

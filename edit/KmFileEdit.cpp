@@ -62,8 +62,8 @@ BEGIN_MESSAGE_MAP(CKmFileEdit, CKmChild)
     ON_COMMAND(ID_SET_READONLY, OnSetReadOnly)
     ON_COMMAND(ID_SET_CLEAN, OnSetClean)
     ON_COMMAND(ID_HELP_FILESTATS, OnFileStats)
-    ON_COMMAND_RANGE(ID_HELP_CONTEXT_CHILD, ID_HELP_CONTEXT_CHILD, OnNotYetCommand)
-    ON_COMMAND_RANGE(ID_HELP_SDK, ID_HELP_ENVIRONMENT, OnNotYetCommand)
+    ON_COMMAND(ID_HELP_CONTEXT_CHILD, OnHelpContext)
+    ON_COMMAND_RANGE(ID_HELP_SDK, ID_HELP_ENVIRONMENT, OnWordHelp)
 END_MESSAGE_MAP()
 // clang-format on
 
@@ -583,12 +583,6 @@ void CKmFileEdit::OnEditPaste()
 void CKmFileEdit::OnFileStats()
 {
     ShowFileStats(nullptr);
-}
-
-// Edit commands that are not there yet.
-void CKmFileEdit::OnNotYetCommand(UINT)
-{
-    Alert(MB_ICONEXCLAMATION);
 }
 
 void CKmFileEdit::OnEditPasteFile()

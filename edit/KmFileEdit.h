@@ -74,7 +74,6 @@ class CKmFileEdit : public CKmChild
     void OnEditCopy();
     void OnEditPaste();
     void OnFileStats();
-    void OnNotYetCommand(UINT id);
     void ShowBar(int bar, bool show) override { m_edit.ShowBar(bar, show); }
 
     // The selection margin at the left edge.
@@ -100,6 +99,9 @@ class CKmFileEdit : public CKmChild
     void OnSetIndent();
     void OnSetReadOnly();
     void OnSetClean();
+    void OnHelpContext();
+    void OnWordHelp(UINT id);
+    void WordHelp(int mode);
 
   private:
     bool WriteTextTo(const char* name);

@@ -17,17 +17,22 @@ bool CDialog::Create(UINT templateId, HWND parent)
 
 void CDialog::CentreOver(HWND parent)
 {
+    CenterDialog(m_hWnd, parent);
+}
+
+void CenterDialog(HWND dialog, HWND parent)
+{
     RECT own, over;
-    ::GetWindowRect(m_hWnd, &own);
+    ::GetWindowRect(dialog, &own);
     ::GetWindowRect(parent, &over);
-    const int dx = ((over.right - over.left) - (own.right - own.left)) / 2;
-    const int dy = ((over.bottom - over.top) - (own.bottom - own.top)) / 2;
-    int x = over.left + ((dx + 4) & ~7), y = over.top + dy;
-    if (x < 0)
-        x = 6;
-    if (y < 0)
-        y = 18;
-    ::SetWindowPos(m_hWnd, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    int dx = (((over.right - over.left) - (own.right - own.left)) / 2 + 4) & ~7;
+    int dy = ((over.bottom - over.top) - (own.bottom - own.top)) / 2;
+    if (dx < 0)
+        dx = 6;
+    if (dy < 0)
+        dy = 18;
+    ::SetWindowPos(dialog, nullptr, over.left + dx, over.top + dy, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
 }
 
 bool CDialog::PreTranslateMessage(MSG* msg)

@@ -13,9 +13,7 @@ class CDialog : public CWnd
     // Makes a modeless dialog from a template; false if it could not be
     // made.
     bool Create(UINT templateId, HWND parent);
-    // Centres the dialog over parent, its left edge on a multiple of eight
-    // pixels; an edge that would lie off the screen's top left goes to 6
-    // across and 18 down.
+    // CenterDialog on this dialog.
     void CentreOver(HWND parent);
     // Lets a modeless dialog have its Tab, Return and Escape keys.
     bool PreTranslateMessage(MSG* msg) override;
@@ -66,6 +64,12 @@ class CModalDialog : public CDialog
     UINT m_templateId;
     HWND m_parent;
 };
+
+// Moves dialog to the middle of parent's window rectangle, without a
+// repaint: its offset across on a multiple of eight pixels, which keeps it
+// on the display's byte boundaries. An offset that would be negative
+// becomes 6 across and 18 down.
+void CenterDialog(HWND dialog, HWND parent);
 
 // The platform's find and replace dialog, modeless. The object deletes
 // itself when its window is gone.

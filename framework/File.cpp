@@ -146,6 +146,24 @@ void CFile::Flush()
         ThrowLastError();
 }
 
+void CFile::GetTimes(FILETIME* created, FILETIME* accessed, FILETIME* modified) const
+{
+    if (!::GetFileTime(m_hFile, created, accessed, modified))
+        ThrowLastError();
+}
+
+void CFile::SetTimes(const FILETIME* created, const FILETIME* accessed, const FILETIME* modified)
+{
+    if (!::SetFileTime(m_hFile, created, accessed, modified))
+        ThrowLastError();
+}
+
+void CFile::SetAttributes(const char* fileName, unsigned long attributes)
+{
+    if (!::SetFileAttributesA(fileName, attributes))
+        ThrowOsError(::GetLastError());
+}
+
 void CFile::Rename(const char* oldName, const char* newName)
 {
     if (!::MoveFileA(oldName, newName))

@@ -44,7 +44,12 @@ class CFile : public CObject
     const CString& GetFilePath() const { return m_strFileName; }
     void* GetHandle() const { return m_hFile; }
 
+    // The open file's three times; a null one is neither read nor changed.
+    void GetTimes(FILETIME* created, FILETIME* accessed, FILETIME* modified) const;
+    void SetTimes(const FILETIME* created, const FILETIME* accessed, const FILETIME* modified);
+
     static void Rename(const char* oldName, const char* newName);
+    static void SetAttributes(const char* fileName, unsigned long attributes);
     static void Remove(const char* fileName);
 
   private:

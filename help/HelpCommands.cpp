@@ -17,7 +17,7 @@ END_MESSAGE_MAP()
 
 void CHelpCommands::OnHelpContents()
 {
-    ::WinHelpA(m_frame.m_hWnd, theApp.helpPath, HELP_CONTENTS, 0);
+    ::WinHelpA(m_frame.m_hWnd, theApp.helpPath, HELP_INDEX, 0);
 }
 
 void CHelpCommands::OnHelpSearch()
@@ -25,10 +25,16 @@ void CHelpCommands::OnHelpSearch()
     ::WinHelpA(m_frame.m_hWnd, theApp.helpPath, HELP_PARTIALKEY, reinterpret_cast<ULONG_PTR>(""));
 }
 
-// The active window answers context help itself; with none, the contents.
+// The window selector has its own page; the active window answers context
+// help itself; with none, the contents.
 void CHelpCommands::OnHelpContext()
 {
-    if (m_frame.m_pActiveChild)
+    const DWORD kHelpSelector = 60;
+    const HWND focus = ::GetFocus();
+    const HWND selector = m_frame.m_pSelector ? m_frame.m_pSelector->m_hWnd : nullptr;
+    if (selector && focus && (focus == selector || ::IsChild(selector, focus)))
+        ::WinHelpA(m_frame.m_hWnd, theApp.helpPath, HELP_CONTEXT, kHelpSelector);
+    else if (m_frame.m_pActiveChild)
         m_frame.m_pActiveChild->PostMessage(WM_COMMAND, ID_HELP_CONTEXT_CHILD);
     else
         OnHelpContents();

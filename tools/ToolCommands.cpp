@@ -6,6 +6,7 @@
 #include "resources/KmIds.h"
 #include "tools/CompareTool.h"
 #include "tools/ExtractTool.h"
+#include "tools/FileManagerDialog.h"
 #include "tools/RunCommand.h"
 #include "tools/RunDialog.h"
 #include "tools/ToolArgsDialog.h"
@@ -14,13 +15,18 @@ IMPLEMENT_DYNAMIC(CToolCommands, CKmCommands)
 
 // clang-format off
 BEGIN_MESSAGE_MAP(CToolCommands, CKmCommands)
-    ON_COMMAND_RANGE(ID_FILE_MANAGE, ID_FILE_MANAGE, OnNotYet)
+    ON_COMMAND(ID_FILE_MANAGE, OnManageFiles)
     ON_COMMAND(ID_TOOL_COMPARE, OnCompare)
     ON_COMMAND(ID_TOOL_EXTRACTSTRINGS, OnExtractStrings)
     ON_COMMAND(ID_TOOL_RUN, OnRun)
     ON_COMMAND_RANGE(ID_TOOL_FIRST, ID_TOOL_LAST, OnTool)
 END_MESSAGE_MAP()
 // clang-format on
+
+void CToolCommands::OnManageFiles()
+{
+    CFileManagerDialog::Open(m_frame);
+}
 
 void CToolCommands::OnCompare()
 {

@@ -1,5 +1,4 @@
-// The Tools menu and the file manager as the frame reaches them. Those not
-// built yet answer with the alert.
+// The Tools menu and the file manager as the frame reaches them.
 #pragma once
 #include "app/KmCommands.h"
 #include "tools/ToolList.h"
@@ -14,6 +13,7 @@ class CToolCommands : public CKmCommands
     void UpdatePopup(HMENU popup, int position, CKmChild* child) override;
 
   protected:
+    void OnManageFiles();
     void OnCompare();
     void OnExtractStrings();
     // Starts the tool of the id; an id beyond the list does nothing.

@@ -1,9 +1,13 @@
 #include "ui/UiCommands.h"
 
+#include "app/KmApp.h"
 #include "app/KmChild.h"
 #include "app/KmFrame.h"
 #include "edit/Messages.h"
 #include "resources/KmIds.h"
+#include "ui/AboutDialog.h"
+#include "ui/GlobalSettingsDialog.h"
+#include "ui/SysMetricsDialog.h"
 #include "ui/WinSelector.h"
 
 #include <new>
@@ -12,12 +16,31 @@ IMPLEMENT_DYNAMIC(CUiCommands, CKmCommands)
 
 // clang-format off
 BEGIN_MESSAGE_MAP(CUiCommands, CKmCommands)
-    ON_COMMAND_RANGE(ID_SET_GLOBAL, ID_SET_GLOBAL, OnNotYet)
-    ON_COMMAND_RANGE(ID_TOOL_SYSMETRICS, ID_TOOL_SYSMETRICS, OnNotYet)
+    ON_COMMAND(ID_SET_GLOBAL, OnGlobalSettings)
+    ON_COMMAND(ID_TOOL_SYSMETRICS, OnSystemMetrics)
     ON_COMMAND(ID_WINDOW_SELECTOR, OnWindowSelector)
-    ON_COMMAND_RANGE(ID_HELP_ABOUT, ID_HELP_ABOUT, OnNotYet)
+    ON_COMMAND(ID_HELP_ABOUT, OnAbout)
 END_MESSAGE_MAP()
 // clang-format on
+
+void CUiCommands::OnGlobalSettings()
+{
+    const unsigned long oldFlags = theApp.flags;
+    const int oldTabSize = theApp.tabSize;
+    CGlobalSettingsDialog dialog(m_frame.m_hWnd);
+    if (dialog.DoModal() == IDOK)
+        ApplyGlobalSettings(dialog, oldFlags, oldTabSize);
+}
+
+void CUiCommands::OnSystemMetrics()
+{
+    CSysMetricsDialog(m_frame.m_hWnd).DoModal();
+}
+
+void CUiCommands::OnAbout()
+{
+    CAboutDialog(m_frame.m_hWnd).DoModal();
+}
 
 // 200 pixels wide at the screen's right edge, 150 high about its middle.
 void CUiCommands::OnWindowSelector()

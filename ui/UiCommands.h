@@ -1,6 +1,5 @@
 // The settings dialog, the window selector, the system metrics and the
-// about box as the frame reaches them. Until they are built, their commands
-// answer with the alert.
+// about box as the frame reaches them.
 #pragma once
 #include "app/KmCommands.h"
 
@@ -14,6 +13,9 @@ class CUiCommands : public CKmCommands
     // Opens the window selector filled with the children, or brings it to
     // the top where it stands.
     void OnWindowSelector();
+    void OnGlobalSettings();
+    void OnSystemMetrics();
+    void OnAbout();
 
     DECLARE_MESSAGE_MAP()
 };

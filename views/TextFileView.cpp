@@ -4,7 +4,10 @@
 #include "app/KmFrame.h"
 #include "app/MenuRules.h"
 #include "edit/GotoLineDialog.h"
+#include "edit/KmEdit.h"
 #include "edit/Messages.h"
+#include "help/HelpLookup.h"
+#include "help/HelpText.h"
 #include "search/SearchRequest.h"
 #include "views/FileSource.h"
 #include "views/LineFile.h"
@@ -27,8 +30,8 @@ BEGIN_MESSAGE_MAP(CTextFileView, CFileView)
     ON_COMMAND(ID_EDIT_COPY, OnEditCopy)
     ON_COMMAND(ID_EDIT_COPYAPPEND, OnEditCopyAppend)
     ON_COMMAND(ID_SEARCH_GOTOLINE, OnGotoLine)
-    ON_COMMAND_RANGE(ID_HELP_CONTEXT_CHILD, ID_HELP_CONTEXT_CHILD, OnNotYetCommand)
-    ON_COMMAND_RANGE(ID_HELP_SDK, ID_HELP_ENVIRONMENT, OnNotYetCommand)
+    ON_COMMAND(ID_HELP_CONTEXT_CHILD, OnHelpContext)
+    ON_COMMAND_RANGE(ID_HELP_SDK, ID_HELP_ENVIRONMENT, OnWordHelp)
     ON_COMMAND(ID_HELP_FILESTATS, OnFileStats)
 END_MESSAGE_MAP()
 // clang-format on
@@ -392,7 +395,40 @@ int CTextFileView::FindText(SearchRequest* request, bool interactive, long, long
     return 0;
 }
 
-void CTextFileView::OnNotYetCommand(UINT)
+// F1: the header of an include line, else the word; a line that cannot be
+// read counts as empty.
+void CTextFileView::OnHelpContext()
 {
-    Alert(MB_ICONEXCLAMATION);
+    if (theApp.flags & KF_NOPROJECT) {
+        ::WinHelpA(KmGetMainWindow(), theApp.helpPath, HELP_CONTEXT, kHelpEditorNoProject);
+        return;
+    }
+    if (!LoadLine(m_posCaret.line)) {
+        WordHelp(0);
+        return;
+    }
+    const std::string line = m_pLine.data();
+    const long mark = IncludeMarkAt(line.c_str());
+    if (mark < 0)
+        WordHelp(0);
+    else if (!OpenIncludeFile(line.c_str() + mark))
+        Alert(MB_ICONEXCLAMATION);
+}
+
+void CTextFileView::OnWordHelp(UINT id)
+{
+    WordHelp(id == ID_HELP_SDK ? 1 : 2);
+}
+
+void CTextFileView::WordHelp(int mode)
+{
+    const size_t kLongestWord = 63;
+    std::string word;
+    if (LoadLine(m_posCaret.line))
+        word = HelpWordAt(m_pLine.data(), std::min<int32_t>(m_posCaret.col, m_nLineLength),
+                          IsEditWordByte);
+    if (word.empty() || word.size() > kLongestWord)
+        Alert(MB_ICONEXCLAMATION);
+    else
+        LookupHelp(mode, word.c_str());
 }

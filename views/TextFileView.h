@@ -42,7 +42,9 @@ class CTextFileView : public CFileView
     void OnEditCopy();
     void OnEditCopyAppend();
     void OnGotoLine();
-    void OnNotYetCommand(UINT id);
+    void OnHelpContext();
+    void OnWordHelp(UINT id);
+    void WordHelp(int mode);
     void OnFileStats();
     DECLARE_MESSAGE_MAP()
 };
