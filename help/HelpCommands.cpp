@@ -4,6 +4,7 @@
 #include "app/KmChild.h"
 #include "app/KmFrame.h"
 #include "resources/KmIds.h"
+#include "ui/WinSelector.h"
 
 IMPLEMENT_DYNAMIC(CHelpCommands, CKmCommands)
 

@@ -58,7 +58,7 @@ void CFileManagerDialog::Open(CKmFrame& frame)
 // left, so that it hides none of the bar.
 bool CFileManagerDialog::OnInitDialog()
 {
-    if (theApp.toolBar) {
+    if (theApp.toolBar.Exists()) {
         if (CKmFrame* frame = theApp.Frame()) {
             RECT area;
             frame->GetWorkArea(area);
