@@ -6,7 +6,14 @@
 #include "app/KmFrame.h"
 #include "edit/KmFileDialog.h"
 #include "edit/Messages.h"
+#include "print/KmPrinter.h"
+#include "print/PageSetupDialog.h"
 #include "resources/KmIds.h"
+#include "tools/ToolsDialog.h"
+#include "ui/KeyBindingsDialog.h"
+
+#include <algorithm>
+#include <new>
 
 namespace
 {
@@ -33,17 +40,28 @@ const struct {
 };
 
 const int kSizeDigits = 2;
+const int kPointsPerInch = 72;
 const int kSmallestSize = 2;
 const DWORD kHelpGlobalSettings = 10;
 
 // The face, the height as the font has it (it is negated as it is read),
 // the weight and the italic byte.
-void WriteScreenFont(const LOGFONTA& font)
+void WriteFont(const char* key, const LOGFONTA& font)
 {
     CString text;
     text.Format("%s,%d,%d,%d", font.lfFaceName, static_cast<int>(font.lfHeight),
                 static_cast<int>(font.lfWeight), font.lfItalic);
-    theApp.SetSetting(SECTION_SETTINGS, "ScreenFont", text);
+    theApp.SetSetting(SECTION_SETTINGS, key, text);
+}
+
+void WritePage(const CGlobalSettingsDialog& dialog)
+{
+    CString margins;
+    const int* m = dialog.m_pageMargins;
+    margins.Format("%d,%d,%d,%d", m[0], m[1], m[2], m[3]);
+    theApp.SetSetting(SECTION_SETTINGS, "PageMargins", margins);
+    theApp.SetSetting(SECTION_SETTINGS, "PageHeader", dialog.m_pageHeader);
+    theApp.SetSetting(SECTION_SETTINGS, "PageFooter", dialog.m_pageFooter);
 }
 
 } // namespace
@@ -85,6 +103,18 @@ bool CGlobalSettingsDialog::OnCommand(WPARAM wParam, LPARAM lParam)
     case IDC_GS_SCREENFONT:
         OnScreenFont();
         return true;
+    case IDC_GS_PRINTERFONT:
+        OnPrinterFont();
+        return true;
+    case IDC_GS_PAGESETUP:
+        OnPageSetup();
+        return true;
+    case IDC_GS_TOOLS:
+        OnTools();
+        return true;
+    case IDC_GS_KEYS:
+        OnKeyBindings();
+        return true;
     case IDHELP:
         ::WinHelpA(KmGetMainWindow(), theApp.helpPath, HELP_CONTEXT, kHelpGlobalSettings);
         return true;
@@ -103,6 +133,62 @@ void CGlobalSettingsDialog::OnScreenFont()
         return;
     m_screenFont = dialog.m_lf;
     m_bScreenFontChanged = 1;
+}
+
+// Chosen against the printer: without one nothing happens. The height goes
+// in as pixels of the printer and comes back in points, negated.
+void CGlobalSettingsDialog::OnPrinterFont()
+{
+    HDC printer = nullptr;
+    if (!theApp.printer || !theApp.printer->CreatePrinterIC(printer))
+        return;
+    LOGFONTA start = m_printerFont;
+    if (!m_bPrinterFontChanged)
+        CKmPrinter::GetPrinterFont(start);
+    if (start.lfHeight < 0)
+        start.lfHeight = start.lfHeight * ::GetDeviceCaps(printer, LOGPIXELSY) / -kPointsPerInch;
+    CKmFontDialog dialog(start, CF_BOTH | CF_FIXEDPITCHONLY | CF_FORCEFONTEXIST, m_hWnd);
+    dialog.m_cf.hDC = printer;
+    if (dialog.DoModal() == IDOK) {
+        m_printerFont = dialog.m_lf;
+        m_printerFont.lfHeight = dialog.m_cf.iPointSize / -10;
+        m_bPrinterFontChanged = 1;
+    }
+    ::DeleteDC(printer);
+}
+
+void CGlobalSettingsDialog::OnPageSetup()
+{
+    CPageSetupDialog dialog(m_hWnd);
+    if (dialog.DoModal() != IDOK)
+        return;
+    m_pageHeader = dialog.m_header;
+    m_pageFooter = dialog.m_footer;
+    std::copy(dialog.m_margins, dialog.m_margins + 4, m_pageMargins);
+    m_bPageChanged = 1;
+}
+
+// The Tools dialog edits a copy of its own, which becomes the dialog's on OK.
+void CGlobalSettingsDialog::OnTools()
+{
+    try {
+        CToolList copy = m_bToolsChanged ? m_tools : theApp.tools;
+        CToolsDialog dialog(m_hWnd, &copy);
+        if (dialog.DoModal() != IDOK)
+            return;
+        m_tools = copy;
+        m_bToolsChanged = 1;
+    } catch (const std::bad_alloc&) {
+        OutOfMemoryNotice();
+    }
+}
+
+void CGlobalSettingsDialog::OnKeyBindings()
+{
+    CKmFrame* frame = theApp.Frame();
+    CKeyBindingsDialog dialog(m_hWnd, m_keys, frame ? frame->GetAccelerators() : nullptr);
+    if (dialog.DoModal() == IDOK)
+        m_bKeysChanged = 1;
 }
 
 bool CGlobalSettingsDialog::CheckSize(CNumEdit& field, unsigned messageId)
@@ -131,8 +217,7 @@ void CGlobalSettingsDialog::OnOK()
     EndDialog(IDOK);
 }
 
-void ApplyGlobalSettings(const CGlobalSettingsDialog& dialog, unsigned long oldFlags,
-                         int oldTabSize)
+void ApplyGlobalSettings(CGlobalSettingsDialog& dialog, unsigned long oldFlags, int oldTabSize)
 {
     CKmFrame* frame = theApp.Frame();
     if (!frame)
@@ -160,18 +245,33 @@ void ApplyGlobalSettings(const CGlobalSettingsDialog& dialog, unsigned long oldF
         frame->SendMessage(WM_KM_SETMENU, static_cast<WPARAM>(frame->m_nMenu));
     if (theApp.statusBar.Exists())
         theApp.statusBar.SetPaneState(theApp.paneAutoSave, (theApp.flags & KF_AUTOSAVE) != 0);
+    if (dialog.m_bPageChanged)
+        WritePage(dialog);
     if (dialog.m_bScreenFontChanged) {
         theApp.screenFont.DeleteObject();
         theApp.screenFont.CreateFontIndirect(&dialog.m_screenFont);
-        WriteScreenFont(dialog.m_screenFont);
+        WriteFont("ScreenFont", dialog.m_screenFont);
     }
-    if (!dialog.m_bScreenFontChanged && theApp.tabSize == oldTabSize)
-        return;
-    frame->BeginBusy(false);
-    for (HWND child = ::GetWindow(frame->m_hWndMDIClient, GW_CHILD); child;
-         child = ::GetWindow(child, GW_HWNDNEXT))
-        if (!::GetWindow(child, GW_OWNER))
-            ::SendMessageA(
-                child, dialog.m_bScreenFontChanged ? WM_KM_FONTCHANGED : WM_KM_TABSCHANGED, 1, 0);
-    frame->EndBusy();
+    if (dialog.m_bPrinterFontChanged)
+        WriteFont("PrinterFont", dialog.m_printerFont);
+    if (dialog.m_bScreenFontChanged || theApp.tabSize != oldTabSize) {
+        frame->BeginBusy(false);
+        for (HWND child = ::GetWindow(frame->m_hWndMDIClient, GW_CHILD); child;
+             child = ::GetWindow(child, GW_HWNDNEXT))
+            if (!::GetWindow(child, GW_OWNER))
+                ::SendMessageA(child,
+                               dialog.m_bScreenFontChanged ? WM_KM_FONTCHANGED : WM_KM_TABSCHANGED,
+                               1, 0);
+        frame->EndBusy();
+    }
+    if (dialog.m_bToolsChanged) {
+        try {
+            theApp.tools = dialog.m_tools;
+            theApp.toolsDirty = 1;
+        } catch (const std::bad_alloc&) {
+            OutOfMemoryNotice();
+        }
+    }
+    if (dialog.m_bKeysChanged)
+        frame->ApplyKeyTable(dialog.m_keys);
 }

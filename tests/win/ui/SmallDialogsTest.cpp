@@ -1,10 +1,12 @@
 // Global Settings' numbers and one Apply's effects, the number field and
 // the wheel of Goto Line, the centring, System Metrics and About.
+#include "app/IniStore.h"
 #include "app/KmApp.h"
 #include "app/MenuRules.h"
 #include "edit/KmFileEdit.h"
 #include "resources/KmIds.h"
 #include "support/EditWindow.h"
+#include "ui/ToolItems.h"
 
 namespace
 {
@@ -20,7 +22,7 @@ TEST_F(SmallDialogs, GlobalSettingsNumbersAndApply)
 {
     const unsigned long start = theApp.flags, S = KF_NOSTATUSBAR, P = KF_NOPROJECT, C = KF_NOCLOCK,
                         A = KF_ALIGN, B = KF_BACKUP, U = KF_AUTOSAVE, I = KF_INDENT,
-                        H = KF_NOHSCROLL;
+                        H = KF_NOHSCROLL, T = KF_NOTOOLBAR;
     const char* refusals[] = {"", "Tab size must be greater than 1",
                               "Indent size must be greater than 1"};
     const struct {
@@ -35,10 +37,10 @@ TEST_F(SmallDialogs, GlobalSettingsNumbersAndApply)
         {"", "", {IDC_GS_STATUSBAR}, 1, "99 3", 0},
         {"1", "9", {}, 1, "99 3", 0},
         {"5", "1", {}, 2, "99 3", 0},
-        {"07", "02", {IDC_GS_STATUSBAR, IDC_GS_PROJECT, IDC_GS_CLOCK}, 0, "7 2", S | P | C},
-        {"8", "4", {IDC_GS_ALIGN, IDC_GS_BACKUP, IDC_GS_CONFIRM}, 0, "8 4", S | P | C | A | B | U},
-        {"8", "4", {IDC_GS_INDENT, IDC_GS_STATUSBAR, IDC_GS_HSCROLL}, 0, "8 4", P|C|B|U|I|H},
-        {"8", "4", {IDC_GS_ALIGN}, 0, "8 4", P | C | B | U | A | H},
+        {"07", "02", {IDC_GS_STATUSBAR, IDC_GS_PROJECT, IDC_GS_CLOCK, IDC_GS_TOOLBAR}, 0, "7 2", S|P|C|T},
+        {"8", "4", {IDC_GS_ALIGN, IDC_GS_BACKUP, IDC_GS_CONFIRM}, 0, "8 4", S|P|C|T|A|B|U},
+        {"8", "4", {IDC_GS_INDENT, IDC_GS_STATUSBAR, IDC_GS_HSCROLL, IDC_GS_TOOLBAR}, 0, "8 4", P|C|B|U|I|H},
+        {"8", "4", {IDC_GS_ALIGN, IDC_GS_PROJECT}, 0, "8 4", C | B | U | A | H},
     }; // clang-format on
     for (const auto& row : rows) {
         m_boxes.Clear();
@@ -58,11 +60,31 @@ TEST_F(SmallDialogs, GlobalSettingsNumbersAndApply)
                   std::to_string(theApp.tabSize) + " " + std::to_string(theApp.shiftWidth));
         EXPECT_EQ(row.flags, theApp.flags ^ start) << row.tab;
         EXPECT_EQ(!(theApp.flags & KF_NOSTATUSBAR), theApp.statusBar.Exists());
+        EXPECT_EQ(!(theApp.flags & KF_NOTOOLBAR), theApp.toolBar.Exists());
+        bool buildButton = false; // the project buttons come and go with the bar
+        for (int i = 0; theApp.toolBar.Exists() && i < theApp.toolBar.GetCount(); ++i)
+            buildButton |= theApp.toolBar.GetItem(i)->m_nId == ID_PROJECT_BUILD;
+        EXPECT_EQ(theApp.toolBar.Exists() && !(theApp.flags & KF_NOPROJECT), buildButton);
         BOOL maximized = FALSE;
         ::SendMessageA(MdiClient(), WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximized));
         const UINT project = POPUP_PROJECT + (maximized ? 1 : 0);
         EXPECT_EQ((theApp.flags & KF_NOPROJECT) != 0,
                   (::GetMenuState(::GetMenu(m_frameWnd), project, MF_BYPOSITION) & MF_GRAYED) != 0);
+    }
+}
+
+// Page Setup's answers wait in the settings dialog until Apply writes them.
+TEST_F(SmallDialogs, PageSetupIsWrittenOnApplyOnly)
+{
+    for (int answer : {IDCANCEL, IDOK}) {
+        m_boxes.Clear();
+        m_boxes.Queue(answer,
+                      [](HWND box) { ::PostMessageA(box, WM_COMMAND, IDC_GS_PAGESETUP, 0); });
+        m_boxes.Queue(IDOK, [](HWND page) { ::SetDlgItemTextA(page, IDC_PAGE_HEADER, "H &p"); });
+        Command(ID_SET_GLOBAL);
+        CString header;
+        theApp.GetSetting(SECTION_SETTINGS, "PageHeader", header);
+        EXPECT_EQ(answer == IDOK ? "H &p" : "", std::string(header.c_str())) << answer;
     }
 }
 
