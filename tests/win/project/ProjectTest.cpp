@@ -111,6 +111,12 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     HWND source = ChildByCaption(FullLower("src.c"));
     ASSERT_NE(nullptr, source) << ::testing::PrintToString(m_boxes.Texts());
     EXPECT_EQ((CaretPlace{2, 4}), CaretOf(source));
+    // Active again, the view's names still lead to the command's directory.
+    const size_t boxes = m_boxes.Texts().size();
+    ::SendMessageA(MdiClient(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(log), 0);
+    Command(ID_SEARCH_GOTOLINE);
+    EXPECT_EQ(source, ChildByCaption(FullLower("src.c")));
+    EXPECT_EQ(boxes, m_boxes.Texts().size());
     ::SendMessageA(MdiClient(), WM_MDIDESTROY, reinterpret_cast<WPARAM>(log), 0);
     EXPECT_EQ(before, TempFiles());
 
