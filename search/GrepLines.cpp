@@ -1,5 +1,7 @@
 #include "search/GrepLines.h"
 
+#include "search/ByteFind.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -17,7 +19,7 @@ size_t DropCrBeforeLf(char* data, size_t length)
     const char* in = data;
     const char* end = data + length;
     for (;;) {
-        const char* cr = static_cast<const char*>(memchr(in, '\r', static_cast<size_t>(end - in)));
+        const char* cr = FindByte(in, '\r', static_cast<size_t>(end - in));
         const char* stop = cr ? cr : end;
         if (out != in)
             memmove(out, in, static_cast<size_t>(stop - in));
@@ -52,8 +54,8 @@ bool TextLineReader::Refill()
         if (read == 0)
             m_atEnd = true;
         length += read;
-        if (const void* stop = memchr(data, kEndOfText, length)) {
-            length = static_cast<size_t>(static_cast<const char*>(stop) - data);
+        if (const char* stop = FindByte(data, kEndOfText, length)) {
+            length = static_cast<size_t>(stop - data);
             m_atEnd = true;
         }
         if (!m_atEnd && length && data[length - 1] == '\r') {
@@ -78,7 +80,7 @@ int TextLineReader::ReadLine(char* buffer, int size)
         }
         const char* from = m_block.data() + m_pos;
         const size_t room = std::min(limit - stored, m_end - m_pos);
-        const char* lf = static_cast<const char*>(memchr(from, '\n', room));
+        const char* lf = FindByte(from, '\n', room);
         const size_t take = lf ? static_cast<size_t>(lf - from) + 1 : room;
         memcpy(buffer + stored, from, take);
         stored += take;

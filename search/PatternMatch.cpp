@@ -81,9 +81,11 @@ uint32_t EitherMask(const unsigned char* s, unsigned char a, unsigned char b)
     return mask;
 }
 
-// The first of two different bytes a and b in [s, end), or end. A block of
-// bytes at a time; the first byte in memory is the low byte of a word.
-const unsigned char* ScanEither(const unsigned char* s, const unsigned char* end, unsigned char a,
+// The first of the bytes a and b in [s, end), or end; a and b may be the
+// same byte. A block of bytes at a time, rather than the C library's
+// search, which is a byte loop on some platforms; the first byte in memory
+// is the low byte of a word.
+const unsigned char* FindEither(const unsigned char* s, const unsigned char* end, unsigned char a,
                                 unsigned char b)
 {
     static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
@@ -93,16 +95,6 @@ const unsigned char* ScanEither(const unsigned char* s, const unsigned char* end
     while (s < end && *s != a && *s != b)
         s++;
     return s;
-}
-
-// The first of the bytes a and b in [s, end), or end.
-inline const unsigned char* FindEither(const unsigned char* s, const unsigned char* end,
-                                       unsigned char a, unsigned char b)
-{
-    if (a != b)
-        return ScanEither(s, end, a, b);
-    const void* q = memchr(s, a, static_cast<size_t>(end - s));
-    return q ? static_cast<const unsigned char*>(q) : end;
 }
 
 // The last of the bytes a and b in [s, end), or null. Reads whole blocks
@@ -933,15 +925,16 @@ int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) co
     int i = 0;
     while (i < n) {
         if (m_single >= 0) {
-            const void* q = memchr(s + i, m_single, n - i);
-            if (!q)
+            const unsigned char* q = FindEither(s + i, s + n, static_cast<unsigned char>(m_single),
+                                                static_cast<unsigned char>(m_single));
+            if (q == s + n)
                 return n;
-            i = static_cast<int>(static_cast<const unsigned char*>(q) - s);
+            i = static_cast<int>(q - s);
         } else if (m_lineStart && from + i != 0 && s[i - 1] != '\n') {
-            const void* q = memchr(s + i, '\n', n - i);
-            if (!q)
+            const unsigned char* q = FindEither(s + i, s + n, '\n', '\n');
+            if (q == s + n)
                 return n;
-            i = static_cast<int>(static_cast<const unsigned char*>(q) - s) + 1;
+            i = static_cast<int>(q - s) + 1;
             continue;
         } else {
             while (i < n && !m_pass[s[i]])
