@@ -49,6 +49,7 @@ TEST(GrepLines, TextModeLinesInAnyCutOfTheSource)
         {a254 + "\n", {a254 + "\n"}},
         {b255 + "\n", {b255, "\n"}},
         {c300 + "\r\n", {std::string(255, 'c'), std::string(45, 'c') + "\n"}},
+        {"abcdefghij\r\nklmnopqrstu\r\n", {"abcdefghij\n", "klmnopqrstu\n"}}, // ends mid-word
     };
     for (const auto& row : rows)
         for (size_t chunk : {1, 2, 3, 4096})
