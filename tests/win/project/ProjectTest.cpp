@@ -3,6 +3,7 @@
 // ends.
 #include "app/IniStore.h"
 #include "app/KmApp.h"
+#include "app/KmChild.h"
 #include "app/KmFrame.h"
 #include "project/ProjectLines.h"
 #include "resources/KmIds.h"
@@ -112,10 +113,11 @@ TEST_F(ProjectTest, OutputIsKeptShownOrDroppedByHowTheCommandEnds)
     ASSERT_NE(nullptr, source) << ::testing::PrintToString(m_boxes.Texts());
     EXPECT_EQ((CaretPlace{2, 4}), CaretOf(source));
     // Active again, the view's names still lead to the command's directory.
-    const size_t boxes = m_boxes.Texts().size();
+    const size_t boxes = m_boxes.Texts().size(), children = Children().size();
     ::SendMessageA(MdiClient(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(log), 0);
     Command(ID_SEARCH_GOTOLINE);
-    EXPECT_EQ(source, ChildByCaption(FullLower("src.c")));
+    EXPECT_EQ(source, m_frame->m_pActiveChild->m_hWnd);
+    EXPECT_EQ(children, Children().size());
     EXPECT_EQ(boxes, m_boxes.Texts().size());
     ::SendMessageA(MdiClient(), WM_MDIDESTROY, reinterpret_cast<WPARAM>(log), 0);
     EXPECT_EQ(before, TempFiles());
