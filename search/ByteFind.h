@@ -1,24 +1,29 @@
-// Finding one byte in a span, eight bytes at a time. The C library's own
-// search is a byte loop on some platforms, and the global search runs it
-// over every byte of every file more than once.
+// Finding bytes eight at a time. The C library's own search is a byte loop
+// on some platforms, and the global search and the views run over every
+// byte of every file.
 #pragma once
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+// The high bit of each byte of word that is zero, and no other bit: no
+// byte borrows from or carries into the next.
+inline uint64_t ZeroByteBits(uint64_t word)
+{
+    const uint64_t lows = 0x7F7F7F7F7F7F7F7Full;
+    return ~(((word & lows) + lows) | word | lows);
+}
+
 // The first c in [s, s + n), or null. The first byte in memory is the low
 // byte of a word, as on every target of the program.
 inline const char* FindByte(const char* s, char c, size_t n)
 {
-    const uint64_t ones = 0x0101010101010101ull, lows = ones * 0x7F;
-    const uint64_t pattern = ones * static_cast<unsigned char>(c);
+    const uint64_t pattern = 0x0101010101010101ull * static_cast<unsigned char>(c);
     size_t i = 0;
     for (; i + 8 <= n; i += 8) {
         uint64_t word;
         memcpy(&word, s + i, sizeof word);
-        word ^= pattern;
-        // the high bit of each byte of word that is zero, and of no other
-        if (const uint64_t zeros = ~(((word & lows) + lows) | word | lows))
+        if (const uint64_t zeros = ZeroByteBits(word ^ pattern))
             return s + i + __builtin_ctzll(zeros) / 8;
     }
     for (; i < n; ++i)

@@ -1,5 +1,6 @@
 // Runs compiled patterns: the first-character map, matching at one position
 // by depth-first backtracking, and searching a range in either direction.
+#include "search/ByteFind.h"
 #include "search/Pattern.h"
 
 #include <stdlib.h>
@@ -62,9 +63,8 @@ unsigned char Unfolded(unsigned char c, const unsigned char* tr)
 // The high bit of each byte of w that equals a or b, and no other bit.
 uint64_t EitherBits(uint64_t w, unsigned char a, unsigned char b)
 {
-    const uint64_t ones = 0x0101010101010101ull, lows = ones * 0x7F;
-    uint64_t x = w ^ (ones * a), y = w ^ (ones * b);
-    return ~(((x & lows) + lows) | x | lows) | ~(((y & lows) + lows) | y | lows);
+    const uint64_t ones = 0x0101010101010101ull;
+    return ZeroByteBits(w ^ (ones * a)) | ZeroByteBits(w ^ (ones * b));
 }
 
 // One bit for each of the 32 bytes from s on that equals a or b, the

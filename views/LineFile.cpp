@@ -1,5 +1,7 @@
 #include "views/LineFile.h"
 
+#include "search/ByteFind.h"
+
 #include <cstring>
 #include <new>
 
@@ -26,14 +28,6 @@ uint64_t Load(const unsigned char* bytes)
     return word;
 }
 
-// The high bit of each byte of word that is zero, exactly: no byte borrows
-// from or carries into the next.
-uint64_t ExactZeroBytes(uint64_t word)
-{
-    const uint64_t lows = kOnes * 127;
-    return ~(((word & lows) + lows) | word | lows);
-}
-
 // The high bit of each CR or LF among the eight bytes at bytes; those past
 // count (at most 8) read as neither.
 uint64_t TerminatorBits(const unsigned char* bytes, uint32_t count)
@@ -46,7 +40,7 @@ uint64_t TerminatorBits(const unsigned char* bytes, uint32_t count)
         memcpy(tail, bytes, count);
         word = Load(tail);
     }
-    return ExactZeroBytes(word ^ (kOnes * '\n')) | ExactZeroBytes(word ^ (kOnes * '\r'));
+    return ZeroByteBits(word ^ (kOnes * '\n')) | ZeroByteBits(word ^ (kOnes * '\r'));
 }
 
 // The high bit of each byte of word below high (at most 128), and with low
