@@ -226,6 +226,21 @@ void CKmFrame::LayOut()
                      TRUE);
 }
 
+// The focus goes back to the active child, which had it before the bar came
+// or went.
+void CKmFrame::ApplyStatusBarFlag(unsigned long old)
+{
+    if (!((theApp.flags ^ old) & KF_NOSTATUSBAR))
+        return;
+    if (theApp.flags & KF_NOSTATUSBAR)
+        theApp.statusBar.Destroy();
+    else
+        theApp.SetUpStatusBar(m_hWnd);
+    LayOut();
+    if (m_pActiveChild)
+        ::SetFocus(m_pActiveChild->m_hWnd);
+}
+
 // The menu on show belongs to the window, which destroys it; the other goes
 // here, so each is destroyed exactly once.
 LRESULT CKmFrame::OnDestroy(WPARAM, LPARAM)
@@ -440,15 +455,7 @@ LRESULT CKmFrame::OnProjectChanged(WPARAM, LPARAM)
         if (!theApp.m_strProjectDir.IsEmpty())
             theApp.flags &= ~KF_NOPROJECT;
         ApplyKeyBindings(true);
-        if ((theApp.flags ^ bars) & KF_NOSTATUSBAR) {
-            if (theApp.flags & KF_NOSTATUSBAR)
-                theApp.statusBar.Destroy();
-            else
-                theApp.SetUpStatusBar(m_hWnd);
-            RECT client;
-            ::GetClientRect(m_hWnd, &client);
-            SendMessage(WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
-        }
+        ApplyStatusBarFlag(bars);
         ApplyToolBarFlags(bars);
         SetProjectButtons(!theApp.m_strProjectDir.IsEmpty());
         theApp.LoadScreenFont();

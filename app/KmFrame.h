@@ -74,6 +74,9 @@ class CKmFrame : public CMDIFrameWnd
     // The tool bar at the top, the status bar at the foot, the client
     // between.
     void LayOut();
+    // The status bar shown or taken down when KF_NOSTATUSBAR changed from
+    // the flags old, and the frame laid out afresh.
+    void ApplyStatusBarFlag(unsigned long old);
 
     int m_nMenu = IDR_MENU_NOFILE; // the menu on show
     CKmChild* m_pActiveChild = nullptr;

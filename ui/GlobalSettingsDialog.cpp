@@ -224,17 +224,7 @@ void ApplyGlobalSettings(CGlobalSettingsDialog& dialog, unsigned long oldFlags, 
         return;
     const unsigned long changed = theApp.flags ^ oldFlags;
     frame->ApplyToolBarFlags(oldFlags);
-    RECT client;
-    if (changed & KF_NOSTATUSBAR) {
-        if (theApp.flags & KF_NOSTATUSBAR)
-            theApp.statusBar.Destroy();
-        else
-            theApp.SetUpStatusBar(frame->m_hWnd);
-        ::GetClientRect(frame->m_hWnd, &client);
-        frame->SendMessage(WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
-        if (frame->m_pActiveChild)
-            ::SetFocus(frame->m_pActiveChild->m_hWnd);
-    }
+    frame->ApplyStatusBarFlag(oldFlags);
     if (theApp.statusBar.Exists() && (changed & KF_NOCLOCK)) {
         if (theApp.flags & KF_NOCLOCK)
             theApp.statusBar.HideClock();
