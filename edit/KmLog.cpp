@@ -98,16 +98,20 @@ int CKmLog::LogPrintf(const char* format, ...)
         AppendToControl(text);
         return length;
     }
+    // Setting a timer is a round trip to the window system on some
+    // platforms: one for all the lines that wait.
     if (::GetTickCount() - m_lastFlush >= kFlushDelay)
         Flush();
-    else
-        ::SetTimer(m_hWnd, kFlushTimer, kFlushDelay, nullptr);
+    else if (!m_flushTimer)
+        m_flushTimer = ::SetTimer(m_hWnd, kFlushTimer, kFlushDelay, nullptr) != 0;
     return length;
 }
 
 void CKmLog::Flush()
 {
-    ::KillTimer(m_hWnd, kFlushTimer);
+    if (m_flushTimer)
+        ::KillTimer(m_hWnd, kFlushTimer);
+    m_flushTimer = false;
     m_lastFlush = ::GetTickCount();
     if (m_pending.empty())
         return;

@@ -42,6 +42,7 @@ class CKmLog : public CKmFileEdit
   private:
     std::string m_pending; // appended, not yet in the control
     DWORD m_lastFlush = 0;
+    bool m_flushTimer = false; // the timer that flushes is set
 
   protected:
     void AppendToControl(const char* text);

@@ -33,6 +33,50 @@ size_t DropCrBeforeLf(char* data, size_t length)
     return static_cast<size_t>(out - data);
 }
 
+// The whole lines of text up to the last LF before limit: their bytes, and
+// the pieces the reader would cut them into added to lines.
+size_t CountWholeLines(const char* text, size_t limit, int& lines)
+{
+    const uint64_t lfs = 0x0101010101010101ull * '\n';
+    const size_t piece = kGrepLineSize - 1;
+    size_t start = 0;
+    auto line = [&](size_t lf) {
+        lines += static_cast<int>((lf + 1 - start + piece - 1) / piece);
+        start = lf + 1;
+    };
+    size_t i = 0;
+    for (; i + 8 <= limit; i += 8) {
+        uint64_t word;
+        memcpy(&word, text + i, sizeof word);
+        for (uint64_t bits = ZeroByteBits(word ^ lfs); bits; bits &= bits - 1)
+            line(i + __builtin_ctzll(bits) / 8);
+    }
+    for (; i < limit; ++i)
+        if (text[i] == '\n')
+            line(i);
+    return start;
+}
+
+// Counts the lines ahead of the reader, from a line start, up to the first
+// that may hold the needle, and reads past them; the number counted.
+int PassLinesWithout(TextLineReader& reader, const PatternNeedle& needle)
+{
+    int lines = 0;
+    const size_t tail = static_cast<size_t>(needle.length) - 1; // a needle may cross into the next block
+    for (;;) {
+        size_t size;
+        const char* text = reader.Ahead(size);
+        if (size == 0)
+            return lines;
+        const int at = FindNeedle(needle, text, static_cast<int>(size));
+        const size_t limit = at >= 0 ? static_cast<size_t>(at) : size > tail ? size - tail : 0;
+        const size_t passed = CountWholeLines(text, limit, lines);
+        reader.Pass(passed);
+        if (at >= 0 || passed < size)
+            return lines;
+    }
+}
+
 } // namespace
 
 TextLineReader::TextLineReader(Fill fill, bool endLastLine)
@@ -68,6 +112,18 @@ bool TextLineReader::Refill()
     return true;
 }
 
+const char* TextLineReader::Ahead(size_t& size)
+{
+    size = Refill() ? m_end - m_pos : 0;
+    return m_block.data() + m_pos;
+}
+
+void TextLineReader::Pass(size_t count)
+{
+    m_pos += count;
+    m_atLineStart = true;
+}
+
 int TextLineReader::ReadLine(char* buffer, int size)
 {
     const size_t limit = size > 1 ? static_cast<size_t>(size - 1) : 0;
@@ -90,6 +146,7 @@ int TextLineReader::ReadLine(char* buffer, int size)
     }
     if (size > 0)
         buffer[stored] = '\0';
+    m_atLineStart = stored > 0 && buffer[stored - 1] == '\n';
     return static_cast<int>(stored);
 }
 
@@ -99,7 +156,13 @@ int GrepLines(TextLineReader& reader, PatternBuffer* pattern,
     char line[kGrepLineSize];
     int number = 0;
     int hits = 0;
-    for (int length; (length = reader.ReadLine(line, sizeof line)) != 0;) {
+    const PatternNeedle needle = FindPatternNeedle(pattern);
+    for (;;) {
+        if (needle.length && reader.AtLineStart())
+            number += PassLinesWithout(reader, needle);
+        const int length = reader.ReadLine(line, sizeof line);
+        if (length == 0)
+            break;
         ++number;
         if (length == 1)
             continue;

@@ -23,6 +23,14 @@ class TextLineReader
     // stored, without the NUL; 0 at the end of the text.
     int ReadLine(char* buffer, int size);
 
+    // Whether the next byte starts a line: no piece of one was read yet.
+    bool AtLineStart() const { return m_atLineStart; }
+    // The text of the block that was not read yet, refilled when there is
+    // none; size 0 at the end of the text. Pass(n) reads n bytes of it,
+    // which must end with an LF.
+    const char* Ahead(size_t& size);
+    void Pass(size_t count);
+
   private:
     // Makes text available at m_pos; false at the end.
     bool Refill();
@@ -34,6 +42,7 @@ class TextLineReader
     bool m_heldCr = false; // a CR ended the last block: its LF may come next
     bool m_atEnd = false;  // the source ended, or a Ctrl-Z did
     bool m_endLastLine;
+    bool m_atLineStart = true;
 };
 
 // The size of the line buffer of the global search.
@@ -44,5 +53,6 @@ const int kGrepLineSize = 256;
 // An empty line is never searched. A line longer than the buffer comes in
 // pieces, each counted as a line, and the last byte of each piece is lost
 // to the search; the line numbers that run ahead after it are intended.
+// Lines without the pattern's needle are only counted.
 int GrepLines(TextLineReader& reader, PatternBuffer* pattern,
               const std::function<void(int number, const char* text)>& hit);

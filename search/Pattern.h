@@ -87,12 +87,30 @@ struct MatchRegisters {
     int32_t end[PATTERN_GROUPS];
 };
 
+// The literal that every match holds, behind nothing but ops that take no
+// text (a line start or end, a word edge, a group's edge) and that no jump
+// leads back to: text without it holds no match, so a caller may pass over
+// such text unsearched.
+struct PatternNeedle {
+    const unsigned char* bytes = nullptr; // as the code holds them, folded when folding
+    int length = 0;                       // 0 when the code has no such literal
+    int rare = 0;                         // the index of its least common byte
+    const unsigned char* translate = nullptr;
+};
+
 // Compiles `length` bytes of `pattern` into `pb` (set `fold_case` first).
 // The byte after the pattern need not be readable.
 int CompilePattern(const char* pattern, int length, PatternBuffer* pb);
 
 // Fills `first_char_map` and `can_be_empty` and sets `map_valid`.
 void BuildFirstCharMap(PatternBuffer* pb);
+
+// The pattern's needle; its length is 0 if it has none. Valid while the
+// compiled code is.
+PatternNeedle FindPatternNeedle(const PatternBuffer* pb);
+
+// The first place in [text, text + size) where the whole needle stands, or -1.
+int FindNeedle(const PatternNeedle& needle, const char* text, int size);
 
 // Tries positions start, start+1, ... (range > 0) or start, start-1, ...
 // (range < 0). Returns the position of the first match, MATCH_NOT_FOUND or

@@ -1092,6 +1092,89 @@ void BuildFirstCharMap(PatternBuffer* pb)
         pb->first_byte = -1;
 }
 
+namespace
+{
+
+// The length of the op at code[p]: the jumps carry a displacement, the
+// literal and the sets their bytes, the groups' ops their number.
+int OpLength(const unsigned char* code, int p)
+{
+    switch (code[p]) {
+    case OP_LITERAL:
+    case OP_CHAR_SET:
+    case OP_CHAR_SET_NOT:
+        return 2 + code[p + 1];
+    case OP_JUMP:
+    case OP_ON_FAILURE_JUMP:
+    case OP_FINALIZE_JUMP:
+    case OP_MAYBE_FINALIZE_JUMP:
+    case OP_DUMMY_FAILURE_JUMP:
+        return 3;
+    case OP_GROUP_START:
+    case OP_GROUP_END:
+    case OP_BACK_REF:
+        return 2;
+    default:
+        return 1;
+    }
+}
+
+bool TakesNoText(unsigned char op)
+{
+    return op == OP_LINE_START || op == OP_LINE_END || op == OP_WORD_START ||
+           op == OP_WORD_END || op == OP_GROUP_START || op == OP_GROUP_END;
+}
+
+} // namespace
+
+PatternNeedle FindPatternNeedle(const PatternBuffer* pb)
+{
+    PatternNeedle needle;
+    const unsigned char* code = pb->buffer;
+    const int used = static_cast<int>(pb->used);
+    if (!kShortcuts || !code)
+        return needle;
+    int at = 0;
+    while (at < used && TakesNoText(code[at]))
+        at += OpLength(code, at);
+    if (at >= used || code[at] != OP_LITERAL)
+        return needle;
+    // A jump to the literal or ahead of it would make it one branch of many.
+    for (int p = 0; p < used; p += OpLength(code, p))
+        if (code[p] >= OP_JUMP && code[p] <= OP_DUMMY_FAILURE_JUMP &&
+            p + 3 + Displacement(code + p + 1) <= at)
+            return needle;
+    needle.bytes = code + at + 2;
+    needle.length = code[at + 1];
+    needle.translate = pb->translate;
+    for (int i = 1; i < needle.length; ++i)
+        if (Commonness(needle.bytes[i], needle.translate) >
+            Commonness(needle.bytes[needle.rare], needle.translate))
+            needle.rare = i;
+    return needle;
+}
+
+int FindNeedle(const PatternNeedle& needle, const char* text, int size)
+{
+    const int n = needle.length;
+    if (n == 0 || size < n)
+        return -1;
+    const unsigned char* s = reinterpret_cast<const unsigned char*>(text);
+    const unsigned char* tr = needle.translate;
+    const unsigned char rare = needle.bytes[needle.rare];
+    const unsigned char* last = s + size - n + needle.rare + 1; // past the last place of rare
+    for (const unsigned char* q = s + needle.rare;
+         (q = FindEither(q, last, rare, Unfolded(rare, tr))) < last; ++q) {
+        const unsigned char* at = q - needle.rare;
+        int i = 0;
+        while (i < n && (tr ? tr[at[i]] : at[i]) == needle.bytes[i])
+            ++i;
+        if (i == n)
+            return static_cast<int>(at - s);
+    }
+    return -1;
+}
+
 int MatchPattern(PatternBuffer* pb, const char* text, int size, int pos, int stop,
                  MatchRegisters* regs)
 {

@@ -86,4 +86,88 @@ TEST(GrepLines, HitsWithTheirLineNumbers)
     }
 }
 
+TEST(GrepLines, NeedlesThatEveryMatchHolds)
+{
+    const struct {
+        const char* pattern;
+        bool fold;
+        std::string needle; // "" for none
+        const char* text;   // where FindNeedle finds it first
+        int at;
+    } rows[] = {
+        {"frobnicate", false, "frobnicate", "frobnicat frobnicate", 10},
+        {"\\<tally\\>", true, "TALLY", "taLLy", 0},
+        {"^\\(\\)ab$", false, "ab", "aab", 1},
+        {"ab*", false, "a", "ba", 1},
+        {"ab", false, "ab", "aBab", 2},
+        {"ab", false, "ab", "a", -1},
+        {"a?b", false, "", "", -1},
+        {"\\(ab\\)*c", false, "", "", -1},
+        {"\\(ab\\)\\1", false, "ab", "xab", 1},
+        {".*x", false, "", "", -1},
+        {"[a]b", false, "", "", -1},
+    };
+    for (const auto& row : rows) {
+        Compiled pattern(row.pattern, row.fold);
+        const PatternNeedle needle = FindPatternNeedle(&pattern.pb);
+        const char* bytes = reinterpret_cast<const char*>(needle.bytes);
+        EXPECT_EQ(row.needle, std::string(bytes ? bytes : "", static_cast<size_t>(needle.length)))
+            << row.pattern;
+        EXPECT_EQ(row.at, FindNeedle(needle, row.text, static_cast<int>(strlen(row.text))))
+            << row.pattern;
+    }
+    // The search starts from the least common byte.
+    Compiled frobnicate("frobnicate");
+    EXPECT_EQ(3, FindPatternNeedle(&frobnicate.pb).rare);
+}
+
+// Every line read and searched: the search as it stands with no needle.
+std::vector<std::string> EveryLine(const std::string& text, PatternBuffer* pattern)
+{
+    TextLineReader reader(Source(text, 4096));
+    std::vector<std::string> hits;
+    char line[kGrepLineSize];
+    for (int number = 1, length; (length = reader.ReadLine(line, sizeof line)) != 0; ++number) {
+        line[length - 1] = '\0';
+        if (length > 1 && SearchPattern(pattern, line, length - 1, 0, length - 1, nullptr) >= 0)
+            hits.push_back(std::to_string(number) + ":" + line);
+    }
+    return hits;
+}
+
+// Texts of short, empty, long and overlong lines, CR, a rare Ctrl-Z and
+// the needles' bytes in both cases, read in blocks of many sizes, so that
+// needles and CR LF pairs cross the blocks' borders.
+TEST(GrepLines, PassingLinesWithoutTheNeedleChangesNoHit)
+{
+    const char* const patterns[] = {"ab", "\\<ab\\>", "^ab", "ab$", "\\(ab\\)b", "b\\(ab\\)*",
+                                    "a?b", "\\(ab\\)+x", "ab*a", "a", "\\<\\(\\)bab"};
+    const char* const pieces[] = {"a", "b", "A", "B", "ab", "AB", " ", "\n", "\r\n", "\r", "x"};
+    unsigned seed = 12345;
+    auto next = [&seed](unsigned n) { return (seed = seed * 1103515245u + 12345u) / 65536 % n; };
+    for (int round = 0; round < 60; ++round) {
+        std::string text;
+        const size_t size = 50 + next(3000);
+        while (text.size() < size) {
+            if (next(400) == 0)
+                text.append(250 + next(300), 'y'); // around a piece's length
+            else
+                text += pieces[next(sizeof pieces / sizeof *pieces)];
+            if (next(5000) == 0)
+                text += '\x1A';
+        }
+        for (const char* source : patterns)
+            for (bool fold : {false, true}) {
+                Compiled pattern(source, fold);
+                TextLineReader reader(Source(text, 1 + next(round % 2 ? 4000 : 40)));
+                std::vector<std::string> hits;
+                GrepLines(reader, &pattern.pb, [&](int number, const char* line) {
+                    hits.push_back(std::to_string(number) + ":" + line);
+                });
+                ASSERT_EQ(EveryLine(text, &pattern.pb), hits)
+                    << source << " fold " << fold << " round " << round;
+            }
+    }
+}
+
 } // namespace
