@@ -1,10 +1,15 @@
-// Finding bytes eight at a time. The C library's own search is a byte loop
-// on some platforms, and the global search and the views run over every
-// byte of every file.
+// Finding bytes sixteen at a time. The C library's own search is a byte
+// loop on some platforms, and the global search and the views run over
+// every byte of every file. With the vector unit that every 64-bit target
+// has, a compare; without it, words of eight bytes.
 #pragma once
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#if defined(__SSE2__) && !defined(KM_BYTEFIND_WORDS)
+#define KM_BYTEFIND_VECTOR
+#include <emmintrin.h>
+#endif
 
 // The high bit of each byte of word that is zero, and no other bit: no
 // byte borrows from or carries into the next.
@@ -14,18 +19,38 @@ inline uint64_t ZeroByteBits(uint64_t word)
     return ~(((word & lows) + lows) | word | lows);
 }
 
-// The first c in [s, s + n), or null. The first byte in memory is the low
-// byte of a word, as on every target of the program.
+// One bit for each of the 16 bytes from s on that equals a or b (which may
+// be the same byte), the first byte in memory lowest.
+inline uint32_t ByteMask16(const void* s, unsigned char a, unsigned char b)
+{
+#ifdef KM_BYTEFIND_VECTOR
+    const __m128i v = _mm_loadu_si128(static_cast<const __m128i*>(s));
+    const __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(v, _mm_set1_epi8(static_cast<char>(a))),
+                                      _mm_cmpeq_epi8(v, _mm_set1_epi8(static_cast<char>(b))));
+    return static_cast<uint32_t>(_mm_movemask_epi8(hits));
+#else
+    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
+    const uint64_t ones = 0x0101010101010101ull;
+    uint32_t mask = 0;
+    for (int k = 0; k < 2; ++k) {
+        uint64_t w;
+        memcpy(&w, static_cast<const char*>(s) + 8 * k, sizeof w);
+        const uint64_t bits = (ZeroByteBits(w ^ (ones * a)) | ZeroByteBits(w ^ (ones * b))) >> 7;
+        // The eight high bits gathered into one byte by a multiply.
+        mask |= static_cast<uint32_t>((bits * 0x0102040810204080ull) >> 56) << (8 * k);
+    }
+    return mask;
+#endif
+}
+
+// The first c in [s, s + n), or null.
 inline const char* FindByte(const char* s, char c, size_t n)
 {
-    const uint64_t pattern = 0x0101010101010101ull * static_cast<unsigned char>(c);
+    const unsigned char u = static_cast<unsigned char>(c);
     size_t i = 0;
-    for (; i + 8 <= n; i += 8) {
-        uint64_t word;
-        memcpy(&word, s + i, sizeof word);
-        if (const uint64_t zeros = ZeroByteBits(word ^ pattern))
-            return s + i + __builtin_ctzll(zeros) / 8;
-    }
+    for (; i + 16 <= n; i += 16)
+        if (const uint32_t mask = ByteMask16(s + i, u, u))
+            return s + i + __builtin_ctz(mask);
     for (; i < n; ++i)
         if (s[i] == c)
             return s + i;

@@ -12,32 +12,35 @@ namespace
 const char kEndOfText = 0x1A; // Ctrl-Z
 const size_t kBlockSize = 65536;
 
-// Drops each CR that an LF follows; the new length.
+// Drops each CR that an LF follows; the new length. Stretches of 16 bytes
+// without a CR move whole.
 size_t DropCrBeforeLf(char* data, size_t length)
 {
-    char* out = data;
-    const char* in = data;
-    const char* end = data + length;
-    for (;;) {
-        const char* cr = FindByte(in, '\r', static_cast<size_t>(end - in));
-        const char* stop = cr ? cr : end;
-        if (out != in)
-            memmove(out, in, static_cast<size_t>(stop - in));
-        out += stop - in;
-        if (!cr)
-            break;
-        in = cr + 1;
-        if (in == end || *in != '\n')
-            *out++ = '\r';
+    size_t out = 0, i = 0;
+    for (; i + 16 <= length; i += 16) {
+        if (!ByteMask16(data + i, '\r', '\r')) {
+            if (out != i) {
+                char stretch[16]; // the stretch may overlap where it goes
+                memcpy(stretch, data + i, sizeof stretch);
+                memcpy(data + out, stretch, sizeof stretch);
+            }
+            out += 16;
+            continue;
+        }
+        for (size_t k = i; k < i + 16; ++k)
+            if (data[k] != '\r' || k + 1 == length || data[k + 1] != '\n')
+                data[out++] = data[k];
     }
-    return static_cast<size_t>(out - data);
+    for (; i < length; ++i)
+        if (data[i] != '\r' || i + 1 == length || data[i + 1] != '\n')
+            data[out++] = data[i];
+    return out;
 }
 
 // The whole lines of text up to the last LF before limit: their bytes, and
 // the pieces the reader would cut them into added to lines.
 size_t CountWholeLines(const char* text, size_t limit, int& lines)
 {
-    const uint64_t lfs = 0x0101010101010101ull * '\n';
     const size_t piece = kGrepLineSize - 1;
     size_t start = 0;
     auto line = [&](size_t lf) {
@@ -45,11 +48,11 @@ size_t CountWholeLines(const char* text, size_t limit, int& lines)
         start = lf + 1;
     };
     size_t i = 0;
-    for (; i + 8 <= limit; i += 8) {
-        uint64_t word;
-        memcpy(&word, text + i, sizeof word);
-        for (uint64_t bits = ZeroByteBits(word ^ lfs); bits; bits &= bits - 1)
-            line(i + __builtin_ctzll(bits) / 8);
+    for (; i + 32 <= limit; i += 32) {
+        uint32_t bits = ByteMask16(text + i, '\n', '\n') | ByteMask16(text + i + 16, '\n', '\n')
+                                                               << 16;
+        for (; bits; bits &= bits - 1)
+            line(i + __builtin_ctz(bits));
     }
     for (; i < limit; ++i)
         if (text[i] == '\n')
@@ -62,15 +65,16 @@ size_t CountWholeLines(const char* text, size_t limit, int& lines)
 int PassLinesWithout(TextLineReader& reader, const PatternNeedle& needle)
 {
     int lines = 0;
-    const size_t tail = static_cast<size_t>(needle.length) - 1; // a needle may cross into the next block
     for (;;) {
         size_t size;
         const char* text = reader.Ahead(size);
         if (size == 0)
             return lines;
         const int at = FindNeedle(needle, text, static_cast<int>(size));
-        const size_t limit = at >= 0 ? static_cast<size_t>(at) : size > tail ? size - tail : 0;
-        const size_t passed = CountWholeLines(text, limit, lines);
+        // A needle across the block's end stands in a line that ends beyond
+        // it, which is not passed.
+        const size_t passed =
+            CountWholeLines(text, at >= 0 ? static_cast<size_t>(at) : size, lines);
         reader.Pass(passed);
         if (at >= 0 || passed < size)
             return lines;

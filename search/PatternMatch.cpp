@@ -60,35 +60,19 @@ unsigned char Unfolded(unsigned char c, const unsigned char* tr)
     return tr && c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
 }
 
-// The high bit of each byte of w that equals a or b, and no other bit.
-uint64_t EitherBits(uint64_t w, unsigned char a, unsigned char b)
-{
-    const uint64_t ones = 0x0101010101010101ull;
-    return ZeroByteBits(w ^ (ones * a)) | ZeroByteBits(w ^ (ones * b));
-}
-
 // One bit for each of the 32 bytes from s on that equals a or b, the
-// first byte lowest: the high bits of EitherBits gathered by a multiply.
+// first byte lowest.
 uint32_t EitherMask(const unsigned char* s, unsigned char a, unsigned char b)
 {
-    uint32_t mask = 0;
-    for (int k = 0; k < 4; ++k) {
-        uint64_t w;
-        memcpy(&w, s + 8 * k, sizeof w);
-        uint64_t bits = EitherBits(w, a, b) >> 7;
-        mask |= static_cast<uint32_t>((bits * 0x0102040810204080ull) >> 56) << (8 * k);
-    }
-    return mask;
+    return ByteMask16(s, a, b) | ByteMask16(s + 16, a, b) << 16;
 }
 
 // The first of the bytes a and b in [s, end), or end; a and b may be the
 // same byte. A block of bytes at a time, rather than the C library's
-// search, which is a byte loop on some platforms; the first byte in memory
-// is the low byte of a word.
+// search, which is a byte loop on some platforms.
 const unsigned char* FindEither(const unsigned char* s, const unsigned char* end, unsigned char a,
                                 unsigned char b)
 {
-    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
     for (; end - s >= 32; s += 32)
         if (uint32_t mask = EitherMask(s, a, b))
             return s + __builtin_ctz(mask);
@@ -1121,8 +1105,8 @@ int OpLength(const unsigned char* code, int p)
 
 bool TakesNoText(unsigned char op)
 {
-    return op == OP_LINE_START || op == OP_LINE_END || op == OP_WORD_START ||
-           op == OP_WORD_END || op == OP_GROUP_START || op == OP_GROUP_END;
+    return op == OP_LINE_START || op == OP_LINE_END || op == OP_WORD_START || op == OP_WORD_END ||
+           op == OP_GROUP_START || op == OP_GROUP_END;
 }
 
 } // namespace

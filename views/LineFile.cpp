@@ -28,20 +28,29 @@ uint64_t Load(const unsigned char* bytes)
     return word;
 }
 
-// The high bit of each CR or LF among the eight bytes at bytes; those past
-// count (at most 8) read as neither.
-uint64_t TerminatorBits(const unsigned char* bytes, uint32_t count)
+// One bit for each c among the 32 bytes at bytes, the first byte lowest.
+uint32_t Mask32(const unsigned char* bytes, unsigned char c)
 {
-    uint64_t word = 0;
-    if (count >= 8) {
-        word = Load(bytes);
-    } else {
-        unsigned char tail[8] = {};
-        memcpy(tail, bytes, count);
-        word = Load(tail);
-    }
-    return ZeroByteBits(word ^ (kOnes * '\n')) | ZeroByteBits(word ^ (kOnes * '\r'));
+    return ByteMask16(bytes, c, c) | ByteMask16(bytes + 16, c, c) << 16;
 }
+
+// The LFs and the CRs among the 32 bytes at bytes; those past count read as
+// neither.
+struct Terminators {
+    uint32_t lfs, crs;
+    Terminators(const unsigned char* bytes, uint32_t count)
+    {
+        unsigned char tail[32] = {};
+        if (count < 32) {
+            memcpy(tail, bytes, count);
+            bytes = tail;
+        }
+        lfs = Mask32(bytes, '\n');
+        crs = Mask32(bytes, '\r');
+    }
+    // Whether every CR has its LF right behind it, both in these bytes.
+    bool OnlyPairs() const { return (crs << 1) == lfs && !(crs >> 31); }
+};
 
 // The high bit of each byte of word below high (at most 128), and with low
 // also above low: exact for every byte, as no byte borrows from the next.
@@ -60,6 +69,19 @@ uint64_t BytesBetween(uint64_t word, unsigned low, unsigned high)
 uint32_t FindForeignByte(const unsigned char* bytes, uint32_t count)
 {
     uint32_t from = 0;
+#ifdef KM_BYTEFIND_VECTOR
+    // Unsigned "at most" as a minimum that equals the byte.
+    auto atMost = [](__m128i v, char most) {
+        return _mm_cmpeq_epi8(_mm_min_epu8(v, _mm_set1_epi8(most)), v);
+    };
+    for (; from + 16 <= count; from += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + from));
+        const __m128i control = atMost(v, ' ' - 1);
+        const __m128i layout = atMost(_mm_sub_epi8(v, _mm_set1_epi8('\t')), '\r' - '\t');
+        if (const int hits = _mm_movemask_epi8(_mm_andnot_si128(layout, control)))
+            return from + static_cast<uint32_t>(__builtin_ctz(static_cast<unsigned>(hits)));
+    }
+#endif
     for (; from + 8 <= count; from += 8) {
         const uint64_t word = Load(bytes + from);
         if (const uint64_t hits = BytesBelow(word, ' ') & ~BytesBetween(word, '\b', 14))
@@ -78,7 +100,9 @@ uint32_t FindForeignByte(const unsigned char* bytes, uint32_t count)
 struct IndexWriter {
     std::vector<std::unique_ptr<uint32_t[]>>& pieces;
     uint32_t* piece = nullptr;
-    uint32_t count = 0, longest = 0;
+    // Wider than an entry, so that a store into the index cannot be one
+    // into them, and they stay in registers.
+    uint64_t count = 0, longest = 0;
 
     // The entry behind the last one, without counting it: the sentinel.
     bool Store(uint32_t start)
@@ -107,6 +131,40 @@ struct IndexWriter {
         if (end - start > longest)
             longest = end - start;
         return RECORD_OPEN;
+    }
+
+    // Adds the lines that end in whole windows of 32 bytes from bytes + i
+    // on, below end, as long as the windows hold LFs alone or CR LF pairs
+    // and the piece has room for all of their lines; offset turns a place
+    // in bytes into a line start. Gives the place of the first window not
+    // taken. The counters stay in registers here.
+    uint32_t AddPlainLines(const unsigned char* bytes, uint32_t i, uint32_t end, uint32_t offset,
+                           uint32_t& lineStart, bool& sawLf)
+    {
+        uint64_t n = count, most = longest;
+        uint32_t start = lineStart;
+        bool lf = false;
+        for (; i + 32 <= end; i += 32) {
+            const uint64_t used = n & (kPieceSize - 1);
+            if (used == 0 || used > kPieceSize - 32 || n > INT32_MAX - 40)
+                break;
+            const Terminators found(bytes + i, 32);
+            if (found.crs && !found.OnlyPairs())
+                break;
+            lf = lf || (found.lfs && !found.crs);
+            for (uint32_t lfs = found.lfs; lfs; lfs &= lfs - 1) {
+                const uint32_t lineEnd = offset + i + static_cast<uint32_t>(__builtin_ctz(lfs)) + 1;
+                piece[n++ & (kPieceSize - 1)] = start;
+                if (lineEnd - start > most)
+                    most = lineEnd - start;
+                start = lineEnd;
+            }
+        }
+        count = n;
+        longest = most;
+        lineStart = start;
+        sawLf = sawLf || lf;
+        return i;
     }
 };
 
@@ -178,7 +236,7 @@ RecordOpenResult CLineFile::Scan()
             m_nTerminator = 2;
         return endLine(base + next + shift + (pair ? 1 : 0));
     };
-    // The terminators are found eight bytes at a time, and handled one by one
+    // The terminators are found 32 bytes at a time, and handled one by one
     // in their order; a CR is settled by the next terminator or by the end.
     auto scanRange = [&](const unsigned char* bytes, uint32_t i, uint32_t end) {
         if (pendingCR && i < end) {
@@ -187,9 +245,19 @@ RecordOpenResult CLineFile::Scan()
                 return added;
             i += pair ? 1 : 0;
         }
-        for (; i < end; i += 8) {
-            for (uint64_t hits = TerminatorBits(bytes + i, end - i); hits; hits &= hits - 1) {
-                const uint32_t at = i + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
+        for (; i < end; i += 32) {
+            // Most bytes read have LFs alone or CR LF pairs, and no CR waits.
+            if (!pendingCR) {
+                bool sawLf = false;
+                i = index.AddPlainLines(bytes, i, end, base + shift, lineStart, sawLf);
+                if (sawLf)
+                    m_nTerminator = 1;
+                if (i >= end)
+                    break;
+            }
+            const Terminators found(bytes + i, end - i);
+            for (uint32_t hits = found.lfs | found.crs; hits; hits &= hits - 1) {
+                const uint32_t at = i + static_cast<uint32_t>(__builtin_ctz(hits));
                 if (pendingCR) {
                     const bool pair = at == crAt + 1 && bytes[at] == '\n';
                     if (RecordOpenResult added = settleCR(bytes, crAt + 1))

@@ -140,8 +140,8 @@ std::vector<std::string> EveryLine(const std::string& text, PatternBuffer* patte
 // needles and CR LF pairs cross the blocks' borders.
 TEST(GrepLines, PassingLinesWithoutTheNeedleChangesNoHit)
 {
-    const char* const patterns[] = {"ab", "\\<ab\\>", "^ab", "ab$", "\\(ab\\)b", "b\\(ab\\)*",
-                                    "a?b", "\\(ab\\)+x", "ab*a", "a", "\\<\\(\\)bab"};
+    const char* const patterns[] = {"ab",  "\\<ab\\>",   "^ab",  "ab$", "\\(ab\\)b",   "b\\(ab\\)*",
+                                    "a?b", "\\(ab\\)+x", "ab*a", "a",   "\\<\\(\\)bab"};
     const char* const pieces[] = {"a", "b", "A", "B", "ab", "AB", " ", "\n", "\r\n", "\r", "x"};
     unsigned seed = 12345;
     auto next = [&seed](unsigned n) { return (seed = seed * 1103515245u + 12345u) / 65536 % n; };

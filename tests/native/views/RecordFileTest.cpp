@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -98,6 +99,82 @@ TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
         EXPECT_EQ(row.lengths, lengths);
         EXPECT_EQ(0, file.GetRecordLength(file.m_nRecordCount)); // the phantom line
         EXPECT_EQ(row.bytes.find('\x01') != std::string::npos ? 1u : 0u, asked.size());
+    }
+}
+
+// The index as a byte-by-byte walk builds it, with the count and the
+// longest line behind it.
+struct WalkedIndex {
+    std::vector<uint32_t> starts{0};
+    int terminator = 0, recordSize = 0;
+
+    explicit WalkedIndex(const std::string& text)
+    {
+        const size_t n = text.size();
+        uint32_t shift = 0, longest = 0;
+        auto end = [&](size_t at) {
+            const uint32_t start = starts.back(), stop = static_cast<uint32_t>(at) + shift;
+            longest = std::max(longest, stop - start);
+            starts.push_back(stop);
+        };
+        for (size_t i = 0; i < n; ++i) {
+            const unsigned char c = static_cast<unsigned char>(text[i]);
+            if (c < ' ' && (c < '\t' || c > '\r'))
+                shift = 1;
+            if (c == '\n') {
+                terminator = 1;
+                end(i + 1);
+            } else if (c == '\r' && i + 1 < n && text[i + 1] == '\n') {
+                end(++i + 1);
+            } else if (c == '\r') {
+                terminator = 2;
+                end(i + 1);
+            }
+        }
+        if (starts.back() < n + shift) {
+            const uint32_t start = starts.back(),
+                           sentinel = static_cast<uint32_t>(n) + (terminator ? 1 : 2);
+            longest = std::max(longest, sentinel - start);
+            starts.push_back(sentinel);
+        }
+        recordSize = longest ? static_cast<int>(longest) - 1 : 0;
+        if (recordSize && !terminator)
+            --recordSize;
+    }
+};
+
+// Texts of LFs, lone CRs and CR LF pairs, in runs long and short, now and
+// then a control byte, and big enough to cross the scan's pieces.
+TEST(LineFile, IndexAsAByteWalkGivesIt)
+{
+    const char* const pieces[] = {"\n", "\r\n", "\r", "ab", "x", "\t"};
+    unsigned seed = 7;
+    auto next = [&seed](unsigned n) { return (seed = seed * 1103515245u + 12345u) / 65536 % n; };
+    for (int round = 0; round < 40; ++round) {
+        std::string text;
+        const size_t size = round % 8 == 0 ? 300000 : 20 + next(2000);
+        const unsigned mix = 1 + next(3); // LFs only, with pairs, with lone CRs
+        while (text.size() < size) {
+            const unsigned pick = next(40);
+            if (pick < 3)
+                text += pieces[std::min(pick, mix - 1)];
+            else if (pick < 6)
+                text.append(next(70), 'y');
+            else if (pick == 6 && next(100) == 0)
+                text += '\x01';
+            else
+                text += pieces[3 + pick % 3];
+        }
+        CLineFile file(8);
+        file.SetQuestion([](unsigned) { return true; });
+        ASSERT_EQ(RECORD_OPEN, file.Open(Source(text)));
+        const WalkedIndex walked(text);
+        std::vector<uint32_t> index;
+        for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
+            index.push_back(file.LineStart(line));
+        ASSERT_EQ(walked.starts, index) << "round " << round;
+        EXPECT_EQ(walked.terminator, file.m_nTerminator) << "round " << round;
+        EXPECT_EQ(walked.recordSize, file.m_nRecordSize) << "round " << round;
     }
 }
 
