@@ -17,8 +17,22 @@ class CFileSource : public CByteSource
     }
     void Seek(uint32_t offset) override { m_file.Seek(offset, CFile::begin); }
     uint32_t Read(void* buffer, uint32_t count) override { return m_file.Read(buffer, count); }
+    std::unique_ptr<CByteSource> Twin() override
+    {
+        auto twin = std::make_unique<CFileSource>();
+        if (!twin->Open(m_path))
+            return nullptr;
+        return twin;
+    }
+
+    bool Open(const CString& path, CFileException* error = nullptr)
+    {
+        m_path = path;
+        return m_file.Open(path, CFile::modeRead | CFile::shareDenyWrite, error);
+    }
 
     CFile m_file;
+    CString m_path;
 };
 
 } // namespace
@@ -27,7 +41,7 @@ bool OpenRecordFile(CRecordFile& file, const char* path)
 {
     auto source = std::make_unique<CFileSource>();
     CFileException error;
-    if (!source->m_file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
+    if (!source->Open(path, &error)) {
         ReportFileError(path, error, MB_ICONEXCLAMATION);
         return false;
     }

@@ -2,8 +2,13 @@
 
 #include "search/ByteFind.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <exception>
 #include <new>
+#include <system_error>
+#include <thread>
 
 namespace
 {
@@ -173,6 +178,192 @@ bool IsTerminator(int byte)
     return byte == '\r' || byte == '\n';
 }
 
+// The scan of a stretch of the file, from a line start to its end or on to
+// the file's end, into pieces of an index of its own.
+class LineScan
+{
+  public:
+    LineScan(std::vector<std::unique_ptr<uint32_t[]>>& pieces, uint32_t from)
+        : m_index{pieces}, m_lineStart(from), m_base(from)
+    {
+    }
+
+    // Reads up to `to`, or to the end; asks about the first control byte,
+    // or without ask takes it as allowed and keeps it for the caller.
+    RecordOpenResult Run(CByteSource& source, uint32_t to,
+                         const CLineFile::ControlByteQuestion* ask, const std::atomic<bool>& stop);
+    // The last line, a CR that waits and the sentinel, once the stretch
+    // before this one is known: with shift 1 when either moved its line ends.
+    RecordOpenResult Finish(uint32_t length, uint32_t shift, int terminator);
+    // Moves the line ends found before this stretch's control byte one
+    // byte on, as a control byte before the stretch moves every one.
+    void ShiftAhead();
+
+    bool Shifted() const { return m_shift != 0; }
+    unsigned ForeignByte() const { return m_foreign; }
+    int Terminator() const { return m_terminator; }
+    uint64_t Count() const { return m_index.count; }
+    uint64_t Longest() const { return m_index.longest; }
+
+  private:
+    RecordOpenResult Chunk(const unsigned char* bytes, uint32_t count,
+                           const CLineFile::ControlByteQuestion* ask);
+    RecordOpenResult ScanRange(const unsigned char* bytes, uint32_t i, uint32_t end);
+    RecordOpenResult EndLine(uint32_t end)
+    {
+        const RecordOpenResult added = m_index.Add(m_lineStart, end);
+        m_lineStart = end;
+        return added;
+    }
+    RecordOpenResult SettleCR(const unsigned char* bytes, uint32_t next);
+
+    IndexWriter m_index;
+    // Line starts count the bytes consumed; after the question for a control
+    // byte that byte is counted twice, so every later line start lies one
+    // byte late. Kept as the scan always had it.
+    uint32_t m_shift = 0;
+    uint64_t m_shiftedFrom = UINT64_MAX; // the first entry stored with the shift
+    unsigned m_foreign = 0;              // the control byte that set it
+    uint32_t m_lineStart, m_base;
+    bool m_pendingCR = false;
+    uint32_t m_crAt = 0;
+    int m_terminator = 0; // as the file's, 0 while this stretch set none
+};
+
+RecordOpenResult LineScan::Run(CByteSource& source, uint32_t to,
+                               const CLineFile::ControlByteQuestion* ask,
+                               const std::atomic<bool>& stop)
+{
+    std::unique_ptr<unsigned char[]> chunk(new (std::nothrow) unsigned char[kScanChunk]);
+    if (!chunk)
+        return RECORD_NOMEMORY;
+    source.Seek(m_base);
+    while (m_base < to && !stop) {
+        const uint32_t count = source.Read(chunk.get(), std::min(kScanChunk, to - m_base));
+        if (!count)
+            break;
+        if (RecordOpenResult scanned = Chunk(chunk.get(), count, ask))
+            return scanned;
+        m_base += count;
+    }
+    return RECORD_OPEN;
+}
+
+RecordOpenResult LineScan::Chunk(const unsigned char* bytes, uint32_t count,
+                                 const CLineFile::ControlByteQuestion* ask)
+{
+    const uint32_t foreign = m_shift ? count : FindForeignByte(bytes, count);
+    if (RecordOpenResult scanned = ScanRange(bytes, 0, foreign))
+        return scanned;
+    if (foreign < count) {
+        if (ask && *ask && !(*ask)(bytes[foreign]))
+            return RECORD_REFUSED;
+        m_foreign = bytes[foreign];
+        m_shift = 1;
+        m_shiftedFrom = m_index.count;
+        if (RecordOpenResult scanned = ScanRange(bytes, foreign, count))
+            return scanned;
+    }
+    return RECORD_OPEN;
+}
+
+// A CR ends its line with the LF behind it as a pair, or alone as a
+// terminator of its own; it may stand at the end of one piece read, and
+// then the first byte of the next settles it.
+RecordOpenResult LineScan::SettleCR(const unsigned char* bytes, uint32_t next)
+{
+    m_pendingCR = false;
+    const bool pair = bytes[next] == '\n';
+    if (!pair)
+        m_terminator = 2;
+    return EndLine(m_base + next + m_shift + (pair ? 1 : 0));
+}
+
+// The terminators are found 32 bytes at a time, and handled one by one in
+// their order; a CR is settled by the next terminator or by the end.
+RecordOpenResult LineScan::ScanRange(const unsigned char* bytes, uint32_t i, uint32_t end)
+{
+    if (m_pendingCR && i < end) {
+        const bool pair = bytes[i] == '\n';
+        if (RecordOpenResult added = SettleCR(bytes, i))
+            return added;
+        i += pair ? 1 : 0;
+    }
+    for (; i < end; i += 32) {
+        // Most bytes read have LFs alone or CR LF pairs, and no CR waits.
+        if (!m_pendingCR) {
+            bool sawLf = false;
+            i = m_index.AddPlainLines(bytes, i, end, m_base + m_shift, m_lineStart, sawLf);
+            if (sawLf)
+                m_terminator = 1;
+            if (i >= end)
+                break;
+        }
+        const Terminators found(bytes + i, end - i);
+        for (uint32_t hits = found.lfs | found.crs; hits; hits &= hits - 1) {
+            const uint32_t at = i + static_cast<uint32_t>(__builtin_ctz(hits));
+            if (m_pendingCR) {
+                const bool pair = at == m_crAt + 1 && bytes[at] == '\n';
+                if (RecordOpenResult added = SettleCR(bytes, m_crAt + 1))
+                    return added;
+                if (pair)
+                    continue;
+            }
+            if (bytes[at] == '\r') {
+                m_pendingCR = true;
+                m_crAt = at;
+            } else {
+                m_terminator = 1;
+                if (RecordOpenResult added = EndLine(m_base + at + 1 + m_shift))
+                    return added;
+            }
+        }
+    }
+    if (m_pendingCR && m_crAt + 1 < end)
+        return SettleCR(bytes, m_crAt + 1);
+    return RECORD_OPEN;
+}
+
+void LineScan::ShiftAhead()
+{
+    // Entry n holds the end of line n - 1: those up to the one stored
+    // when the shift came were counted without it.
+    auto entry = [this](uint64_t n) -> uint32_t& {
+        return m_index.pieces[n >> kPieceShift][n & (kPieceSize - 1)];
+    };
+    uint64_t longest = 0;
+    for (uint64_t n = 0; n < m_index.count; ++n) {
+        entry(n) += n <= m_shiftedFrom ? 1 : 0;
+        if (n > 0)
+            longest = std::max<uint64_t>(longest, entry(n) - entry(n - 1));
+    }
+    if (m_index.count <= m_shiftedFrom)
+        ++m_lineStart;
+    if (m_index.count > 0)
+        longest = std::max<uint64_t>(longest, m_lineStart - entry(m_index.count - 1));
+    m_index.longest = longest;
+    m_shift = 1;
+}
+
+RecordOpenResult LineScan::Finish(uint32_t length, uint32_t shift, int terminator)
+{
+    if (m_pendingCR) {
+        terminator = 2;
+        if (RecordOpenResult added = EndLine(length + shift))
+            return added;
+    }
+    m_terminator = terminator;
+    uint32_t sentinel = m_lineStart;
+    if (m_lineStart < length + shift) {
+        // The extra bytes stand for the terminator the line lacks, so that
+        // its length comes out as for any other line.
+        sentinel = length + (terminator ? 1 : 2);
+        if (RecordOpenResult added = m_index.Add(m_lineStart, sentinel))
+            return added;
+    }
+    return m_index.Store(sentinel) ? RECORD_OPEN : RECORD_NOMEMORY;
+}
+
 } // namespace
 
 CLineFile::~CLineFile()
@@ -184,6 +375,8 @@ void CLineFile::Close()
 {
     CRecordFile::Close();
     m_pieces.clear();
+    m_tailPieces.clear();
+    m_nTailFrom = UINT32_MAX;
     m_nCurRecord = m_nRecordCount = 0;
 }
 
@@ -203,121 +396,100 @@ RecordOpenResult CLineFile::Open(std::unique_ptr<CByteSource> source)
 
 uint32_t CLineFile::LineStart(int32_t line) const
 {
-    const uint32_t n = static_cast<uint32_t>(line);
+    uint32_t n = static_cast<uint32_t>(line);
+    if (n >= m_nTailFrom) {
+        n -= m_nTailFrom;
+        return m_tailPieces[n >> kPieceShift][n & (kPieceSize - 1)];
+    }
     return m_pieces[n >> kPieceShift][n & (kPieceSize - 1)];
 }
 
 RecordOpenResult CLineFile::Scan()
 {
     m_nTerminator = 0;
-    IndexWriter index{m_pieces};
-    std::unique_ptr<unsigned char[]> chunk(new (std::nothrow) unsigned char[kScanChunk]);
-    if (!chunk)
-        return RECORD_NOMEMORY;
-    m_source->Seek(0);
-    // Line starts count the bytes consumed; after the question for a control
-    // byte that byte is counted twice, so every later line start lies one
-    // byte late. Kept as the scan always had it.
-    uint32_t shift = 0, lineStart = 0, base = 0;
-    bool warned = false, pendingCR = false;
-    auto endLine = [&](uint32_t end) {
-        const RecordOpenResult added = index.Add(lineStart, end);
-        lineStart = end;
-        return added;
-    };
-    // A CR ends its line with the LF behind it as a pair, or alone as a
-    // terminator of its own; it may stand at the end of one piece read, and
-    // then the first byte of the next settles it.
-    uint32_t crAt = 0;
-    auto settleCR = [&](const unsigned char* bytes, uint32_t next) {
-        pendingCR = false;
-        const bool pair = bytes[next] == '\n';
-        if (!pair)
-            m_nTerminator = 2;
-        return endLine(base + next + shift + (pair ? 1 : 0));
-    };
-    // The terminators are found 32 bytes at a time, and handled one by one
-    // in their order; a CR is settled by the next terminator or by the end.
-    auto scanRange = [&](const unsigned char* bytes, uint32_t i, uint32_t end) {
-        if (pendingCR && i < end) {
-            const bool pair = bytes[i] == '\n';
-            if (RecordOpenResult added = settleCR(bytes, i))
-                return added;
-            i += pair ? 1 : 0;
-        }
-        for (; i < end; i += 32) {
-            // Most bytes read have LFs alone or CR LF pairs, and no CR waits.
-            if (!pendingCR) {
-                bool sawLf = false;
-                i = index.AddPlainLines(bytes, i, end, base + shift, lineStart, sawLf);
-                if (sawLf)
-                    m_nTerminator = 1;
-                if (i >= end)
-                    break;
-            }
-            const Terminators found(bytes + i, end - i);
-            for (uint32_t hits = found.lfs | found.crs; hits; hits &= hits - 1) {
-                const uint32_t at = i + static_cast<uint32_t>(__builtin_ctz(hits));
-                if (pendingCR) {
-                    const bool pair = at == crAt + 1 && bytes[at] == '\n';
-                    if (RecordOpenResult added = settleCR(bytes, crAt + 1))
-                        return added;
-                    if (pair)
-                        continue;
+    m_nTailFrom = UINT32_MAX;
+    // From a size on the second half goes to another thread, from just
+    // behind an LF: a line ends there, whatever stood before it.
+    uint32_t split = m_nFileLength >= m_nSplitFrom ? FindSplit() : m_nFileLength;
+    std::unique_ptr<CByteSource> twin = split < m_nFileLength ? m_source->Twin() : nullptr;
+    LineScan head(m_pieces, 0), tail(m_tailPieces, split);
+    std::atomic<bool> stop{false};
+    RecordOpenResult tailResult = RECORD_OPEN;
+    std::exception_ptr tailFailure;
+    std::thread helper;
+    if (twin) {
+        try {
+            helper = std::thread([&] {
+                try {
+                    tailResult = tail.Run(*twin, UINT32_MAX, nullptr, stop);
+                } catch (...) {
+                    tailFailure = std::current_exception();
                 }
-                if (bytes[at] == '\r') {
-                    pendingCR = true;
-                    crAt = at;
-                } else {
-                    m_nTerminator = 1;
-                    if (RecordOpenResult added = endLine(base + at + 1 + shift))
-                        return added;
-                }
-            }
+            });
+        } catch (const std::system_error&) {
+            twin.reset(); // no thread to be had: one scan does it all
         }
-        if (pendingCR && crAt + 1 < end)
-            return settleCR(bytes, crAt + 1);
-        return RECORD_OPEN;
-    };
-    while (const uint32_t count = m_source->Read(chunk.get(), kScanChunk)) {
-        const unsigned char* bytes = chunk.get();
-        const uint32_t foreign = warned ? count : FindForeignByte(bytes, count);
-        if (RecordOpenResult scanned = scanRange(bytes, 0, foreign))
-            return scanned;
-        if (foreign < count) {
-            warned = true;
-            if (m_question && !m_question(bytes[foreign]))
-                return RECORD_REFUSED;
-            shift = 1;
-            if (RecordOpenResult scanned = scanRange(bytes, foreign, count))
-                return scanned;
-        }
-        base += count;
     }
-    if (pendingCR) {
-        m_nTerminator = 2;
-        if (RecordOpenResult added = endLine(m_nFileLength + shift))
-            return added;
+    LineScan& last = twin ? tail : head;
+    RecordOpenResult result;
+    try {
+        result = head.Run(*m_source, twin ? split : UINT32_MAX, &m_question, stop);
+    } catch (...) {
+        stop = true;
+        if (helper.joinable())
+            helper.join();
+        throw;
     }
-    const uint32_t consumed = m_nFileLength + shift;
-    uint32_t sentinel = lineStart;
-    if (lineStart < consumed) {
-        // The extra bytes stand for the terminator the line lacks, so that
-        // its length comes out as for any other line.
-        sentinel = m_nFileLength + (m_nTerminator ? 1 : 2);
-        if (RecordOpenResult added = index.Add(lineStart, sentinel))
-            return added;
+    if (result != RECORD_OPEN)
+        stop = true;
+    if (helper.joinable())
+        helper.join();
+    if (result == RECORD_OPEN && twin) {
+        if (tailFailure)
+            std::rethrow_exception(tailFailure);
+        result = tailResult;
+        // The tail's control byte was not asked about while it ran.
+        if (result == RECORD_OPEN && !head.Shifted() && tail.Shifted() && m_question &&
+            !m_question(tail.ForeignByte()))
+            result = RECORD_REFUSED;
+        if (result == RECORD_OPEN && head.Shifted())
+            tail.ShiftAhead();
+        if (head.Count() + tail.Count() > INT32_MAX - 1)
+            result = RECORD_TOOLARGE;
     }
-    if (!index.Store(sentinel))
-        return RECORD_NOMEMORY;
-    m_nRecordCount = static_cast<int32_t>(index.count);
-    m_nRecordSize = static_cast<int32_t>(index.longest);
+    if (result == RECORD_OPEN) {
+        const uint32_t shift = head.Shifted() || last.Shifted() ? 1 : 0;
+        result = last.Finish(m_nFileLength, shift,
+                             last.Terminator() ? last.Terminator() : head.Terminator());
+        m_nTerminator = last.Terminator();
+    }
+    if (result != RECORD_OPEN)
+        return result;
+    if (twin)
+        m_nTailFrom = static_cast<uint32_t>(head.Count());
+    m_nRecordCount = static_cast<int32_t>(head.Count() + (twin ? tail.Count() : 0));
+    m_nRecordSize = static_cast<int32_t>(std::max(head.Longest(), twin ? tail.Longest() : 0));
     if (m_nRecordSize)
         --m_nRecordSize;
     if (m_nRecordSize && !m_nTerminator)
         --m_nRecordSize;
     m_source->Seek(0);
     return RECORD_OPEN;
+}
+
+// The byte behind the first LF from the middle on, or the length.
+uint32_t CLineFile::FindSplit()
+{
+    const uint32_t kLook = 4096;
+    unsigned char bytes[kLook];
+    uint32_t at = m_nFileLength / 2;
+    m_source->Seek(at);
+    while (const uint32_t count = m_source->Read(bytes, kLook)) {
+        if (const char* lf = FindByte(reinterpret_cast<const char*>(bytes), '\n', count))
+            return at + static_cast<uint32_t>(lf - reinterpret_cast<const char*>(bytes)) + 1;
+        at += count;
+    }
+    return m_nFileLength;
 }
 
 int CLineFile::GetRecordLength(int32_t record)

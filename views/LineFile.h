@@ -32,9 +32,17 @@ class CLineFile : public CRecordFile
     // Where line n starts; line m_nRecordCount's start closes the last line.
     uint32_t LineStart(int32_t line) const;
 
+    // Files from this size on are scanned in two halves at once, where the
+    // source has a twin.
+    uint32_t m_nSplitFrom = 16u << 20;
+
   private:
     RecordOpenResult Scan();
+    uint32_t FindSplit();
 
     ControlByteQuestion m_question;
-    std::vector<std::unique_ptr<uint32_t[]>> m_pieces; // the index of line starts
+    // The index of line starts: those of the second half, from line
+    // m_nTailFrom on, in pieces of their own.
+    std::vector<std::unique_ptr<uint32_t[]>> m_pieces, m_tailPieces;
+    uint32_t m_nTailFrom = UINT32_MAX;
 };

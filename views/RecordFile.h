@@ -15,6 +15,9 @@ class CByteSource
     virtual uint32_t GetPosition() = 0;
     virtual void Seek(uint32_t offset) = 0;
     virtual uint32_t Read(void* buffer, uint32_t count) = 0;
+    // A second source over the same bytes, with a position of its own, to
+    // be read on another thread; null if there can be none.
+    virtual std::unique_ptr<CByteSource> Twin() { return nullptr; }
 };
 
 enum RecordOpenResult {

@@ -22,6 +22,10 @@ class MemorySource : public CByteSource
     uint64_t GetLength() override { return m_length; }
     uint32_t GetPosition() override { return m_pos; }
     void Seek(uint32_t offset) override { m_pos = offset; }
+    std::unique_ptr<CByteSource> Twin() override
+    {
+        return std::make_unique<MemorySource>(m_bytes, m_length);
+    }
     uint32_t Read(void* buffer, uint32_t count) override
     {
         const uint32_t left = m_pos < m_bytes.size() ? uint32_t(m_bytes.size() - m_pos) : 0;
@@ -127,6 +131,12 @@ struct WalkedIndex {
             } else if (c == '\r' && i + 1 < n && text[i + 1] == '\n') {
                 end(++i + 1);
             } else if (c == '\r') {
+                // Settled by the byte behind it: a first control byte
+                // there has moved the end already.
+                const unsigned char behind =
+                    i + 1 < n ? static_cast<unsigned char>(text[i + 1]) : 'x';
+                if (behind < ' ' && (behind < '\t' || behind > '\r'))
+                    shift = 1;
                 terminator = 2;
                 end(i + 1);
             }
@@ -143,8 +153,8 @@ struct WalkedIndex {
     }
 };
 
-// Texts of LFs, lone CRs and CR LF pairs, in runs long and short, now and
-// then a control byte, and big enough to cross the scan's pieces.
+// Texts of LFs, lone CRs and CR LF pairs, in runs long and short, with
+// control bytes here and there, and big enough to cross the scan's pieces.
 TEST(LineFile, IndexAsAByteWalkGivesIt)
 {
     const char* const pieces[] = {"\n", "\r\n", "\r", "ab", "x", "\t"};
@@ -160,21 +170,37 @@ TEST(LineFile, IndexAsAByteWalkGivesIt)
                 text += pieces[std::min(pick, mix - 1)];
             else if (pick < 6)
                 text.append(next(70), 'y');
-            else if (pick == 6 && next(100) == 0)
-                text += '\x01';
             else
                 text += pieces[3 + pick % 3];
         }
-        CLineFile file(8);
-        file.SetQuestion([](unsigned) { return true; });
-        ASSERT_EQ(RECORD_OPEN, file.Open(Source(text)));
+        // Control bytes: none, one in the second half, behind a lone CR now
+        // and then, or one in each half.
+        const size_t half = text.size() / 2;
+        if (round % 4 == 1 || round % 4 == 3)
+            text.insert(half + next(static_cast<unsigned>(half)),
+                        round % 8 == 3 ? "\r\x01" : "\x01");
+        if (round % 4 == 3)
+            text.insert(next(static_cast<unsigned>(half)), "\x01");
         const WalkedIndex walked(text);
-        std::vector<uint32_t> index;
-        for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
-            index.push_back(file.LineStart(line));
-        ASSERT_EQ(walked.starts, index) << "round " << round;
-        EXPECT_EQ(walked.terminator, file.m_nTerminator) << "round " << round;
-        EXPECT_EQ(walked.recordSize, file.m_nRecordSize) << "round " << round;
+        const size_t control = text.find('\x01');
+        for (uint32_t splitFrom : {UINT32_MAX, 0u}) { // one scan, and two halves at once
+            SCOPED_TRACE(testing::Message() << "round " << round << " split from " << splitFrom);
+            CLineFile file(8);
+            file.m_nSplitFrom = splitFrom;
+            std::vector<unsigned> asked;
+            file.SetQuestion([&](unsigned value) { return asked.push_back(value), true; });
+            ASSERT_EQ(RECORD_OPEN, file.Open(Source(text)));
+            std::vector<uint32_t> index;
+            for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
+                index.push_back(file.LineStart(line));
+            ASSERT_EQ(walked.starts, index);
+            EXPECT_EQ(walked.terminator, file.m_nTerminator);
+            EXPECT_EQ(walked.recordSize, file.m_nRecordSize);
+            EXPECT_EQ(control == std::string::npos ? 0u : 1u, asked.size());
+            file.SetQuestion([](unsigned) { return false; });
+            EXPECT_EQ(control == std::string::npos ? RECORD_OPEN : RECORD_REFUSED,
+                      file.Open(Source(text)));
+        }
     }
 }
 
