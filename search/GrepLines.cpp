@@ -12,39 +12,16 @@ namespace
 const char kEndOfText = 0x1A; // Ctrl-Z
 const size_t kBlockSize = 65536;
 
-// Drops each CR that an LF follows; the new length. Stretches of 16 bytes
-// without a CR move whole.
-size_t DropCrBeforeLf(char* data, size_t length)
-{
-    size_t out = 0, i = 0;
-    for (; i + 16 <= length; i += 16) {
-        if (!ByteMask16(data + i, '\r', '\r')) {
-            if (out != i) {
-                char stretch[16]; // the stretch may overlap where it goes
-                memcpy(stretch, data + i, sizeof stretch);
-                memcpy(data + out, stretch, sizeof stretch);
-            }
-            out += 16;
-            continue;
-        }
-        for (size_t k = i; k < i + 16; ++k)
-            if (data[k] != '\r' || k + 1 == length || data[k + 1] != '\n')
-                data[out++] = data[k];
-    }
-    for (; i < length; ++i)
-        if (data[i] != '\r' || i + 1 == length || data[i + 1] != '\n')
-            data[out++] = data[i];
-    return out;
-}
-
 // The whole lines of text up to the last LF before limit: their bytes, and
-// the pieces the reader would cut them into added to lines.
+// the pieces the reader would cut them into, the CR of a CR LF not counted,
+// added to lines.
 size_t CountWholeLines(const char* text, size_t limit, int& lines)
 {
     const size_t piece = kGrepLineSize - 1;
     size_t start = 0;
     auto line = [&](size_t lf) {
-        lines += static_cast<int>((lf + 1 - start + piece - 1) / piece);
+        const size_t length = lf + 1 - start - (lf > start && text[lf - 1] == '\r' ? 1 : 0);
+        lines += static_cast<int>((length + piece - 1) / piece);
         start = lf + 1;
     };
     size_t i = 0;
@@ -60,8 +37,10 @@ size_t CountWholeLines(const char* text, size_t limit, int& lines)
     return start;
 }
 
-// Counts the lines ahead of the reader, from a line start, up to the first
-// that may hold the needle, and reads past them; the number counted.
+// Counts the lines ahead of the reader up to the first that may hold the
+// needle, and reads past them; the number counted. The reader stands at a
+// line's start or at a piece's, which are cut alike. Dropping a CR before
+// an LF makes no needle, so the text as it stands may be searched for it.
 int PassLinesWithout(TextLineReader& reader, const PatternNeedle& needle)
 {
     int lines = 0;
@@ -111,7 +90,7 @@ bool TextLineReader::Refill()
             --length;
         }
         m_pos = 0;
-        m_end = DropCrBeforeLf(data, length);
+        m_end = length;
     }
     return true;
 }
@@ -125,7 +104,6 @@ const char* TextLineReader::Ahead(size_t& size)
 void TextLineReader::Pass(size_t count)
 {
     m_pos += count;
-    m_atLineStart = true;
 }
 
 int TextLineReader::ReadLine(char* buffer, int size)
@@ -139,18 +117,28 @@ int TextLineReader::ReadLine(char* buffer, int size)
             break;
         }
         const char* from = m_block.data() + m_pos;
-        const size_t room = std::min(limit - stored, m_end - m_pos);
-        const char* lf = FindByte(from, '\n', room);
-        const size_t take = lf ? static_cast<size_t>(lf - from) + 1 : room;
+        const size_t left = m_end - m_pos;
+        size_t take = std::min(limit - stored, left);
+        const char* lf = FindByte(from, '\n', take);
+        // A CR that fills the piece goes when its LF follows: the LF takes
+        // its place. The block never ends in a CR but at the text's end.
+        if (!lf && take < left && from[take - 1] == '\r' && from[take] == '\n')
+            lf = from + take;
+        if (lf)
+            take = static_cast<size_t>(lf - from) + 1;
         memcpy(buffer + stored, from, take);
         stored += take;
         m_pos += take;
-        if (lf)
+        if (lf) {
+            if (take >= 2 && buffer[stored - 2] == '\r') {
+                buffer[stored - 2] = '\n';
+                --stored;
+            }
             break;
+        }
     }
     if (size > 0)
         buffer[stored] = '\0';
-    m_atLineStart = stored > 0 && buffer[stored - 1] == '\n';
     return static_cast<int>(stored);
 }
 
@@ -162,7 +150,7 @@ int GrepLines(TextLineReader& reader, PatternBuffer* pattern,
     int hits = 0;
     const PatternNeedle needle = FindPatternNeedle(pattern);
     for (;;) {
-        if (needle.length && reader.AtLineStart())
+        if (needle.length)
             number += PassLinesWithout(reader, needle);
         const int length = reader.ReadLine(line, sizeof line);
         if (length == 0)

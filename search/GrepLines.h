@@ -23,11 +23,10 @@ class TextLineReader
     // stored, without the NUL; 0 at the end of the text.
     int ReadLine(char* buffer, int size);
 
-    // Whether the next byte starts a line: no piece of one was read yet.
-    bool AtLineStart() const { return m_atLineStart; }
     // The text of the block that was not read yet, refilled when there is
-    // none; size 0 at the end of the text. Pass(n) reads n bytes of it,
-    // which must end with an LF.
+    // none; size 0 at the end of the text. Ctrl-Z has ended it, but CR LF
+    // still stands as it is. Pass(n) reads n bytes of it, which must end
+    // with an LF.
     const char* Ahead(size_t& size);
     void Pass(size_t count);
 
@@ -42,7 +41,6 @@ class TextLineReader
     bool m_heldCr = false; // a CR ended the last block: its LF may come next
     bool m_atEnd = false;  // the source ended, or a Ctrl-Z did
     bool m_endLastLine;
-    bool m_atLineStart = true;
 };
 
 // The size of the line buffer of the global search.

@@ -48,6 +48,9 @@ TEST(GrepLines, TextModeLinesInAnyCutOfTheSource)
         {"a\r\x1A\n", {"a\r\n"}},
         {a254 + "\n", {a254 + "\n"}},
         {b255 + "\n", {b255, "\n"}},
+        {a254 + "\r\n", {a254 + "\n"}},
+        {b255 + "\r\n", {b255, "\n"}},
+        {std::string(253, 'a') + "\r\r\n", {std::string(253, 'a') + "\r\n"}},
         {c300 + "\r\n", {std::string(255, 'c'), std::string(45, 'c') + "\n"}},
         {"abcdefghij\r\nklmnopqrstu\r\n", {"abcdefghij\n", "klmnopqrstu\n"}}, // ends mid-word
     };
@@ -71,6 +74,7 @@ TEST(GrepLines, HitsWithTheirLineNumbers)
         {"ab\r\nb\r\n", "b$", {"1:ab", "2:b"}},
         {c300 + "\nhit\n", "hit", {"3:hit"}},
         {x254 + "QZ\n", "Q", {}},
+        {x254 + "\r\nhit\n", "hit", {"2:hit"}}, // CR LF is one byte of the passed line
         {x254 + "QZ\n", "^Z", {"2:Z"}},
         {"a\n\032a\n", "a", {"1:a"}},
     };

@@ -162,21 +162,24 @@ TEST(LineFile, IndexAsAByteWalkGivesIt)
     auto next = [&seed](unsigned n) { return (seed = seed * 1103515245u + 12345u) / 65536 % n; };
     for (int round = 0; round < 40; ++round) {
         std::string text;
-        const size_t size = round % 8 == 0 ? 300000 : 20 + next(2000);
-        const unsigned mix = 1 + next(3); // LFs only, with pairs, with lone CRs
+        const size_t size = round % 8 == 0 || round % 8 == 5 ? 300000 : 20 + next(2000);
+        // Terminators: LFs only, pairs only, both, or lone CRs too.
+        const unsigned mix = round % 4;
         while (text.size() < size) {
             const unsigned pick = next(40);
             if (pick < 3)
-                text += pieces[std::min(pick, mix - 1)];
+                text += pieces[mix < 2 ? mix : pick % mix];
             else if (pick < 6)
                 text.append(next(70), 'y');
             else
                 text += pieces[3 + pick % 3];
         }
-        // Control bytes: none, one in the second half, behind a lone CR now
-        // and then, or one in each half.
+        // Control bytes: none, one in the second half (behind a lone CR, or
+        // in the unfinished last line, now and then), or one in each half.
         const size_t half = text.size() / 2;
-        if (round % 4 == 1 || round % 4 == 3)
+        if (round % 8 == 7)
+            text += "\x01z";
+        else if (round % 4 == 1 || round % 4 == 3)
             text.insert(half + next(static_cast<unsigned>(half)),
                         round % 8 == 3 ? "\r\x01" : "\x01");
         if (round % 4 == 3)

@@ -120,7 +120,9 @@ TEST_F(LogTest, OnlyLogPrintfWritesUpTo511CharactersAndMarkCleanForgetsThem)
     for (UINT id :
          {ID_EDIT_UNDO, ID_EDIT_CUT, ID_EDIT_PASTE, ID_EDIT_SHIFTLEFT, ID_EDIT_SHIFTRIGHT})
         Command(id);
+    m_log->Flush(); // the next line comes within the delay
     EXPECT_EQ(511, m_log->LogPrintf("%s", std::string(600, 'y').c_str()));
+    EXPECT_EQ("a.c(12): x\r\n", Text());
     const std::string text = "a.c(12): x\r\n" + std::string(511, 'y');
     EXPECT_TRUE(PumpUntil([&] { return Text() == text; })); // by the timer
     EXPECT_EQ(std::make_pair(523L, 523L), Selection());
