@@ -477,14 +477,19 @@ RecordOpenResult CLineFile::Scan()
     return RECORD_OPEN;
 }
 
-// The byte behind the first LF from the middle on, or the length.
+// The byte behind the first LF in the megabyte from the middle on, or the
+// length: a file without LFs there is scanned in one.
 uint32_t CLineFile::FindSplit()
 {
-    const uint32_t kLook = 4096;
+    const uint32_t kLook = 4096, kLookFar = 1u << 20;
     unsigned char bytes[kLook];
-    uint32_t at = m_nFileLength / 2;
+    const uint32_t middle = m_nFileLength / 2;
+    uint32_t at = middle;
     m_source->Seek(at);
-    while (const uint32_t count = m_source->Read(bytes, kLook)) {
+    while (at - middle < kLookFar) {
+        const uint32_t count = m_source->Read(bytes, kLook);
+        if (!count)
+            break;
         if (const char* lf = FindByte(reinterpret_cast<const char*>(bytes), '\n', count))
             return at + static_cast<uint32_t>(lf - reinterpret_cast<const char*>(bytes)) + 1;
         at += count;

@@ -1,5 +1,6 @@
 // A text file whose records are its lines, with an index of 32-bit line
-// starts built by one scan at open. Platform-free.
+// starts built at open, by one scan or, for a large file, by two at once
+// over its halves. Platform-free.
 #pragma once
 #include "views/RecordFile.h"
 

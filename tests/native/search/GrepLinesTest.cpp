@@ -78,16 +78,17 @@ TEST(GrepLines, HitsWithTheirLineNumbers)
         {x254 + "QZ\n", "^Z", {"2:Z"}},
         {"a\n\032a\n", "a", {"1:a"}},
     };
-    for (const auto& row : rows) {
-        Compiled pattern(row.pattern);
-        TextLineReader reader(Source(row.text, 7));
-        std::vector<std::string> hits;
-        const int count = GrepLines(reader, &pattern.pb, [&](int number, const char* text) {
-            hits.push_back(std::to_string(number) + ":" + text);
-        });
-        EXPECT_EQ(row.hits, hits) << row.pattern;
-        EXPECT_EQ(static_cast<int>(row.hits.size()), count) << row.pattern;
-    }
+    for (const auto& row : rows)
+        for (size_t chunk : {7, 4096}) {
+            Compiled pattern(row.pattern);
+            TextLineReader reader(Source(row.text, chunk));
+            std::vector<std::string> hits;
+            const int count = GrepLines(reader, &pattern.pb, [&](int number, const char* text) {
+                hits.push_back(std::to_string(number) + ":" + text);
+            });
+            EXPECT_EQ(row.hits, hits) << row.pattern << " chunk " << chunk;
+            EXPECT_EQ(static_cast<int>(row.hits.size()), count) << row.pattern;
+        }
 }
 
 TEST(GrepLines, NeedlesThatEveryMatchHolds)
