@@ -5,6 +5,8 @@
 #include "app/KmFrame.h"
 #include "resources/KmIds.h"
 #include "support/BenchSupport.h"
+#include "views/FileSource.h"
+#include "views/LineFile.h"
 #include "views/TextFileView.h"
 
 #include <cstdio>
@@ -57,6 +59,31 @@ int main(int argc, char** argv)
         ;
     const double reads = NowMs() - start;
     ::CloseHandle(file);
+    // The line index alone, with no window: what the open spends elsewhere.
+    double index = 0;
+    {
+        CLineFile lines(8);
+        start = NowMs();
+        OpenRecordFile(lines, argv[1]);
+        index = NowMs() - start;
+    }
+    // The window's own cost: a file of one line in the view.
+    double small = 0;
+    {
+        const char* name = "views_bench_small.txt";
+        FILE* out = fopen(name, "wb");
+        fputs("one line\n", out);
+        fclose(out);
+        start = NowMs();
+        CFileView* tiny = dynamic_cast<CFileView*>(theApp.Frame()->OpenFile(name, true, false));
+        if (tiny)
+            ::UpdateWindow(tiny->m_hWnd);
+        small = NowMs() - start;
+        if (tiny)
+            tiny->SendMessage(WM_CLOSE);
+        PumpUntilIdle();
+        remove(name);
+    }
     const double before = ResidentMb(false);
     start = NowMs();
     auto* view = dynamic_cast<CTextFileView*>(theApp.Frame()->OpenFile(argv[1], true, false));
@@ -74,6 +101,8 @@ int main(int argc, char** argv)
     printf("text view of %s: %.0f lines, %.1f MB\n", argv[1], lines,
            double(view->m_pFile->m_nFileLength) / (1024 * 1024));
     printf("  ReadFile of it all    %9.1f ms\n", reads);
+    printf("  line index alone      %9.1f ms\n", index);
+    printf("  a file of one line    %9.1f ms\n", small);
     printf("  open to first screen  %9.1f ms\n", open);
     printf("  thumb to the middle   %9.1f ms   top line %ld\n", middle, middleTop);
     printf("  Ctrl+End              %9.1f ms\n", end);
