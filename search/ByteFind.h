@@ -43,6 +43,12 @@ inline uint32_t ByteMask16(const void* s, unsigned char a, unsigned char b)
 #endif
 }
 
+// The same for the 32 bytes from s on.
+inline uint32_t ByteMask32(const void* s, unsigned char a, unsigned char b)
+{
+    return ByteMask16(s, a, b) | ByteMask16(static_cast<const char*>(s) + 16, a, b) << 16;
+}
+
 // The first c in [s, s + n), or null.
 inline const char* FindByte(const char* s, char c, size_t n)
 {

@@ -26,8 +26,7 @@ size_t CountWholeLines(const char* text, size_t limit, int& lines)
     };
     size_t i = 0;
     for (; i + 32 <= limit; i += 32) {
-        uint32_t bits = ByteMask16(text + i, '\n', '\n') | ByteMask16(text + i + 16, '\n', '\n')
-                                                               << 16;
+        uint32_t bits = ByteMask32(text + i, '\n', '\n');
         for (; bits; bits &= bits - 1)
             line(i + __builtin_ctz(bits));
     }

@@ -60,13 +60,6 @@ unsigned char Unfolded(unsigned char c, const unsigned char* tr)
     return tr && c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
 }
 
-// One bit for each of the 32 bytes from s on that equals a or b, the
-// first byte lowest.
-uint32_t EitherMask(const unsigned char* s, unsigned char a, unsigned char b)
-{
-    return ByteMask16(s, a, b) | ByteMask16(s + 16, a, b) << 16;
-}
-
 // The first of the bytes a and b in [s, end), or end; a and b may be the
 // same byte. A block of bytes at a time, rather than the C library's
 // search, which is a byte loop on some platforms.
@@ -74,7 +67,7 @@ const unsigned char* FindEither(const unsigned char* s, const unsigned char* end
                                 unsigned char b)
 {
     for (; end - s >= 32; s += 32)
-        if (uint32_t mask = EitherMask(s, a, b))
+        if (uint32_t mask = ByteMask32(s, a, b))
             return s + __builtin_ctz(mask);
     while (s < end && *s != a && *s != b)
         s++;
@@ -87,7 +80,7 @@ const unsigned char* FindLastEither(const unsigned char* floor, const unsigned c
                                     const unsigned char* end, unsigned char a, unsigned char b)
 {
     for (; end > s && end - floor >= 32; end -= 32) {
-        uint32_t mask = EitherMask(end - 32, a, b);
+        uint32_t mask = ByteMask32(end - 32, a, b);
         if (end - 32 < s)
             mask &= ~0u << (s - (end - 32));
         if (mask)
@@ -710,8 +703,6 @@ class ForwardFilter
     bool Takes(unsigned char c) const { return (m_lead.takes[c >> 6] >> (c & 63) & 1) != 0; }
     int LastBreak(const unsigned char* text, int from, int to) const;
     bool Worth(const unsigned char* text, int size, int q) const;
-    // Whether the head stands at `at`, with room for it.
-    bool HeadAt(const unsigned char* at) const;
 
     // The map as text bytes see it: indexed by the unsigned byte, folded
     // first when folding, forward as backward.
@@ -719,10 +710,8 @@ class ForwardFilter
     unsigned char m_folded[256];
     const unsigned char* m_tr;
     bool m_mapSays;
-    int m_single;                          // the one byte that passes, or -1
-    const unsigned char* m_head = nullptr; // the literal that every match starts with
-    int m_headLength = 0;
-    int m_rare = 0; // index of the head's least common byte
+    int m_single;         // the one byte that passes, or -1
+    PatternNeedle m_head; // the literal that every match starts with
     bool m_lineStart = false;
     const unsigned char* m_code;
     const PatternLead& m_lead;
@@ -745,6 +734,31 @@ int Commonness(unsigned char c, const unsigned char* tr)
     return other < rank ? other : rank;
 }
 
+// A literal op as a needle, sought by its least common byte.
+PatternNeedle LiteralNeedle(const unsigned char* op, const unsigned char* tr)
+{
+    PatternNeedle needle;
+    needle.bytes = op + 2;
+    needle.length = op[1];
+    needle.translate = tr;
+    for (int i = 1; i < needle.length; ++i)
+        if (Commonness(needle.bytes[i], tr) > Commonness(needle.bytes[needle.rare], tr))
+            needle.rare = i;
+    return needle;
+}
+
+// Whether the whole needle stands at `at`, with room for it.
+bool NeedleAt(const PatternNeedle& needle, const unsigned char* at)
+{
+    const unsigned char* tr = needle.translate;
+    if (!tr)
+        return memcmp(at, needle.bytes, static_cast<size_t>(needle.length)) == 0;
+    for (int i = 0; i < needle.length; ++i)
+        if (tr[at[i]] != needle.bytes[i])
+            return false;
+    return true;
+}
+
 ForwardFilter::ForwardFilter(const PatternBuffer* pb)
     : m_pass(pb->first_char_map), m_tr(pb->translate), m_mapSays(pb->can_be_empty != 1),
       m_single(pb->first_byte), m_code(pb->buffer), m_lead(pb->lead)
@@ -761,13 +775,8 @@ ForwardFilter::ForwardFilter(const PatternBuffer* pb)
     const unsigned char* code = pb->buffer;
     const int used = static_cast<int>(pb->used);
     m_lineStart = used >= 1 && code[0] == OP_LINE_START;
-    if (used >= 3 && code[0] == OP_LITERAL) {
-        m_head = code + 2;
-        m_headLength = code[1];
-        for (int i = 1; i < m_headLength; ++i)
-            if (Commonness(m_head[i], m_tr) > Commonness(m_head[m_rare], m_tr))
-                m_rare = i;
-    }
+    if (used >= 3 && code[0] == OP_LITERAL)
+        m_head = LiteralNeedle(code, m_tr);
 }
 
 // The last byte in [from, to) that no leading op takes, or from - 1.
@@ -800,35 +809,15 @@ bool ForwardFilter::Worth(const unsigned char* text, int size, int q) const
 {
     if (m_lineStart && q != 0 && text[q - 1] != '\n')
         return false;
-    return !m_head || (size - q >= m_headLength && HeadAt(text + q));
+    return !m_head.length || (size - q >= m_head.length && NeedleAt(m_head, text + q));
 }
 
-bool ForwardFilter::HeadAt(const unsigned char* at) const
-{
-    if (!m_tr)
-        return memcmp(at, m_head, m_headLength) == 0;
-    for (int i = 0; i < m_headLength; ++i)
-        if (m_tr[at[i]] != m_head[i])
-            return false;
-    return true;
-}
-
-// Looks for the head's least common byte first.
+// The tries stop below n, but the head may run on past them.
 int ForwardFilter::FindHead(const unsigned char* text, int size, int from, int n) const
 {
-    const unsigned char* s = text + from;
-    const unsigned char* q = s + m_rare;
-    const unsigned char* last = s + n + m_rare;
-    const unsigned char* end = text + size - (m_headLength - 1 - m_rare);
-    if (last > end)
-        last = end;
-    const unsigned char rare = m_head[m_rare];
-    while (q < last && (q = FindEither(q, last, rare, Unfolded(rare, m_tr))) < last) {
-        if (HeadAt(q - m_rare))
-            return static_cast<int>(q - m_rare - s);
-        q++;
-    }
-    return n;
+    const int room = size - from < n + m_head.length - 1 ? size - from : n + m_head.length - 1;
+    const int at = FindNeedle(m_head, reinterpret_cast<const char*>(text + from), room);
+    return at < 0 ? n : at;
 }
 
 // Where the code starts with one-byte ops and loops over them, then a
@@ -903,7 +892,7 @@ int ForwardFilter::Find(const unsigned char* text, int size, int from, int n) co
 {
     if (Reaches())
         return FindNeeded(text, size, from, n);
-    if (m_head)
+    if (m_head.length)
         return FindHead(text, size, from, n);
     const unsigned char* s = text + from;
     int i = 0;
@@ -1128,14 +1117,7 @@ PatternNeedle FindPatternNeedle(const PatternBuffer* pb)
         if (code[p] >= OP_JUMP && code[p] <= OP_DUMMY_FAILURE_JUMP &&
             p + 3 + Displacement(code + p + 1) <= at)
             return needle;
-    needle.bytes = code + at + 2;
-    needle.length = code[at + 1];
-    needle.translate = pb->translate;
-    for (int i = 1; i < needle.length; ++i)
-        if (Commonness(needle.bytes[i], needle.translate) >
-            Commonness(needle.bytes[needle.rare], needle.translate))
-            needle.rare = i;
-    return needle;
+    return LiteralNeedle(code + at, pb->translate);
 }
 
 int FindNeedle(const PatternNeedle& needle, const char* text, int size)
@@ -1144,18 +1126,12 @@ int FindNeedle(const PatternNeedle& needle, const char* text, int size)
     if (n == 0 || size < n)
         return -1;
     const unsigned char* s = reinterpret_cast<const unsigned char*>(text);
-    const unsigned char* tr = needle.translate;
     const unsigned char rare = needle.bytes[needle.rare];
     const unsigned char* last = s + size - n + needle.rare + 1; // past the last place of rare
     for (const unsigned char* q = s + needle.rare;
-         (q = FindEither(q, last, rare, Unfolded(rare, tr))) < last; ++q) {
-        const unsigned char* at = q - needle.rare;
-        int i = 0;
-        while (i < n && (tr ? tr[at[i]] : at[i]) == needle.bytes[i])
-            ++i;
-        if (i == n)
-            return static_cast<int>(at - s);
-    }
+         (q = FindEither(q, last, rare, Unfolded(rare, needle.translate))) < last; ++q)
+        if (NeedleAt(needle, q - needle.rare))
+            return static_cast<int>(q - needle.rare - s);
     return -1;
 }
 

@@ -33,12 +33,6 @@ uint64_t Load(const unsigned char* bytes)
     return word;
 }
 
-// One bit for each c among the 32 bytes at bytes, the first byte lowest.
-uint32_t Mask32(const unsigned char* bytes, unsigned char c)
-{
-    return ByteMask16(bytes, c, c) | ByteMask16(bytes + 16, c, c) << 16;
-}
-
 // The LFs and the CRs among the 32 bytes at bytes; those past count read as
 // neither.
 struct Terminators {
@@ -50,8 +44,8 @@ struct Terminators {
             memcpy(tail, bytes, count);
             bytes = tail;
         }
-        lfs = Mask32(bytes, '\n');
-        crs = Mask32(bytes, '\r');
+        lfs = ByteMask32(bytes, '\n', '\n');
+        crs = ByteMask32(bytes, '\r', '\r');
     }
     // Whether every CR has its LF right behind it, both in these bytes.
     bool OnlyPairs() const { return (crs << 1) == lfs && !(crs >> 31); }
