@@ -111,6 +111,7 @@ set(KM_APP_SOURCES
   tools/YieldDialog.cpp
   ui/StatusBar.cpp
   ui/StatusPanes.cpp
+  ui/FaceColours.cpp
   ui/ToolBar.cpp
   ui/ToolBarWnd.cpp
   ui/ToolItems.cpp

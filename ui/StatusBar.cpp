@@ -30,10 +30,7 @@ bool RegisterBarClass(HINSTANCE instance, WNDPROC proc)
 } // namespace
 
 HFONT CKmStatusBar::s_hFont = nullptr;
-HBRUSH CKmStatusBar::s_hFaceBrush = nullptr;
-HPEN CKmStatusBar::s_hFramePen = nullptr;
-HPEN CKmStatusBar::s_hShadowPen = nullptr;
-HPEN CKmStatusBar::s_hHighlightPen = nullptr;
+CFaceColours CKmStatusBar::s_colours;
 int CKmStatusBar::s_nHeight = 0;
 int CKmStatusBar::s_bColour = 0;
 int CKmStatusBar::s_nBars = 0;
@@ -102,46 +99,23 @@ bool CKmStatusBar::CreateShared()
     ::GetTextMetricsA(dc, &metrics);
     ::SelectObject(dc, old);
     s_nHeight = metrics.tmHeight - metrics.tmInternalLeading + 9;
-    // More than two colours. A display of more than 8 bits per pixel has no
-    // colour table and answers -1.
-    const int colours = ::GetDeviceCaps(dc, NUMCOLORS);
-    s_bColour = colours > 2 || colours == -1;
+    s_bColour = HasColourDisplay(dc);
     ::ReleaseDC(m_hWnd, dc);
-    CreateColours();
-    ::SetClassLongPtrA(m_hWnd, GCLP_HBRBACKGROUND, reinterpret_cast<LONG_PTR>(s_hFaceBrush));
+    const bool colours = s_colours.Create(COLOR_BTNFACE, 1);
+    ::SetClassLongPtrA(m_hWnd, GCLP_HBRBACKGROUND, reinterpret_cast<LONG_PTR>(s_colours.face));
     s_hHook = ::SetWindowsHookExA(WH_KEYBOARD, &KeyboardHook, nullptr, ::GetCurrentThreadId());
-    return s_hFont && s_hFaceBrush && s_hFramePen && s_hShadowPen && s_hHighlightPen && s_hHook;
+    return s_hFont && colours && s_hHook;
 }
 
 void CKmStatusBar::DeleteShared()
 {
-    DeleteColours();
+    s_colours.Delete();
     if (s_hFont)
         ::DeleteObject(s_hFont);
     s_hFont = nullptr;
     if (s_hHook)
         ::UnhookWindowsHookEx(s_hHook);
     s_hHook = nullptr;
-}
-
-void CKmStatusBar::CreateColours()
-{
-    s_hFaceBrush = ::CreateSolidBrush(::GetSysColor(COLOR_BTNFACE));
-    s_hFramePen = ::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_WINDOWFRAME));
-    s_hShadowPen = ::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_BTNSHADOW));
-    s_hHighlightPen = ::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_BTNHIGHLIGHT));
-}
-
-void CKmStatusBar::DeleteColours()
-{
-    for (HGDIOBJ* object :
-         {reinterpret_cast<HGDIOBJ*>(&s_hFaceBrush), reinterpret_cast<HGDIOBJ*>(&s_hFramePen),
-          reinterpret_cast<HGDIOBJ*>(&s_hShadowPen),
-          reinterpret_cast<HGDIOBJ*>(&s_hHighlightPen)}) {
-        if (*object)
-            ::DeleteObject(*object);
-        *object = nullptr;
-    }
 }
 
 bool CKmStatusBar::Destroy()
@@ -194,13 +168,12 @@ void CKmStatusBar::RecreateColours()
 {
     if (s_nBars == 0)
         return;
-    DeleteColours();
-    CreateColours();
+    s_colours.Create(COLOR_BTNFACE, 1);
     for (CKmStatusBar* bar = s_pFirst; bar; bar = bar->m_pNext) {
         if (!bar->Live())
             continue;
         ::SetClassLongPtrA(bar->m_hWnd, GCLP_HBRBACKGROUND,
-                           reinterpret_cast<LONG_PTR>(s_hFaceBrush));
+                           reinterpret_cast<LONG_PTR>(s_colours.face));
         ::InvalidateRect(bar->m_hWnd, nullptr, TRUE);
     }
 }
@@ -454,11 +427,11 @@ void CKmStatusBar::Paint(HDC dc)
         return;
     RECT client;
     ::GetClientRect(m_hWnd, &client);
-    HGDIOBJ oldPen = ::SelectObject(dc, s_hFramePen);
+    HGDIOBJ oldPen = ::SelectObject(dc, s_colours.frame);
     ::MoveToEx(dc, 0, 0, nullptr);
     ::LineTo(dc, client.right, 0);
     if (s_bColour) {
-        ::SelectObject(dc, s_hHighlightPen);
+        ::SelectObject(dc, s_colours.highlight);
         ::MoveToEx(dc, 0, 1, nullptr);
         ::LineTo(dc, client.right, 1);
     }

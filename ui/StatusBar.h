@@ -2,6 +2,8 @@
 // right edge, and one line of text that can replace the panes for a while.
 // A window class of its own, independent of the class library.
 #pragma once
+#include "ui/FaceColours.h"
+
 #include <windows.h>
 
 class CStatusPane;
@@ -58,8 +60,8 @@ class CKmStatusBar
     static int BarCount() { return s_nBars; }
     static int Height() { return s_nHeight; }
     static HFONT Font() { return s_hFont; }
-    static HPEN ShadowPen() { return s_hShadowPen; }
-    static HPEN HighlightPen() { return s_hHighlightPen; }
+    static HPEN ShadowPen() { return s_colours.shadow; }
+    static HPEN HighlightPen() { return s_colours.highlight; }
     static bool HasColours() { return s_bColour != 0; }
     static bool HookSet() { return s_hHook != nullptr; }
     static int ClockCount() { return s_nClocks; }
@@ -84,8 +86,6 @@ class CKmStatusBar
     static void CALLBACK ClockTimer(HWND, UINT, UINT_PTR id, DWORD);
     // The text line that replaces the panes, or the panes and clock.
     void Paint(HDC dc);
-    static void CreateColours();
-    static void DeleteColours();
     bool CreateShared();
     void DeleteShared();
     void Unlink();
@@ -100,10 +100,7 @@ class CKmStatusBar
     bool Live() const { return m_hWnd && !m_bDestroyed; }
 
     static HFONT s_hFont;
-    static HBRUSH s_hFaceBrush;
-    static HPEN s_hFramePen;
-    static HPEN s_hShadowPen;
-    static HPEN s_hHighlightPen;
+    static CFaceColours s_colours;
     static int s_nHeight;
     static int s_bColour;
     static int s_nBars;

@@ -57,10 +57,7 @@ void PaintMask(HDC target, HDC mask, int dx, int dy, COLORREF colour)
 
 } // namespace
 
-HBRUSH CKmToolBar::s_hFaceBrush = nullptr;
-HPEN CKmToolBar::s_hFramePen = nullptr;
-HPEN CKmToolBar::s_hShadowPen = nullptr;
-HPEN CKmToolBar::s_hHighlightPen = nullptr;
+CFaceColours CKmToolBar::s_colours;
 int CKmToolBar::s_bColour = 0;
 int CKmToolBar::s_nBorder = 0;
 
@@ -68,22 +65,11 @@ void CKmToolBar::SetUpColours()
 {
     if (s_nBorder == 0) {
         HDC screen = ::GetDC(nullptr);
-        // A display of more than 8 bits per pixel has no colour table: -1.
-        const int colours = ::GetDeviceCaps(screen, NUMCOLORS);
-        s_bColour = colours > 2 || colours == -1;
+        s_bColour = HasColourDisplay(screen);
         ::ReleaseDC(nullptr, screen);
         s_nBorder = ::GetSystemMetrics(SM_CYBORDER);
-    } else {
-        for (HGDIOBJ object :
-             {static_cast<HGDIOBJ>(s_hFaceBrush), static_cast<HGDIOBJ>(s_hFramePen),
-              static_cast<HGDIOBJ>(s_hShadowPen), static_cast<HGDIOBJ>(s_hHighlightPen)})
-            if (object)
-                ::DeleteObject(object);
     }
-    s_hFaceBrush = ::CreateSolidBrush(::GetSysColor(s_bColour ? COLOR_BTNFACE : COLOR_MENU));
-    s_hFramePen = ::CreatePen(PS_SOLID, s_nBorder, ::GetSysColor(COLOR_WINDOWFRAME));
-    s_hShadowPen = ::CreatePen(PS_SOLID, s_nBorder, ::GetSysColor(COLOR_BTNSHADOW));
-    s_hHighlightPen = ::CreatePen(PS_SOLID, s_nBorder, ::GetSysColor(COLOR_BTNHIGHLIGHT));
+    s_colours.Create(s_bColour ? COLOR_BTNFACE : COLOR_MENU, s_nBorder);
 }
 
 bool CKmToolBar::Create(int style, HWND parent, UINT colourBitmap, UINT monoBitmap)
@@ -145,7 +131,7 @@ bool CKmToolBar::BuildPictures()
         ::SetBkColor(m_dcImages, RGB(255, 255, 255));
         if (s_bColour) {
             const RECT all = {0, 0, kPicturesWidth, kPicturesHeight};
-            ::FillRect(m_dcImages, &all, s_hFaceBrush);
+            ::FillRect(m_dcImages, &all, s_colours.face);
             ::SetBkColor(sourceDc, kBlue);
             ::BitBlt(mask, 0, 0, kPicturesWidth, kPicturesHeight, sourceDc, 0, 0, SRCCOPY);
             ::SetTextColor(sourceDc, RGB(0, 0, 0));
@@ -308,14 +294,14 @@ void CKmToolBar::Paint(HDC dc, const RECT& update)
 {
     if (!m_bVisible)
         return;
-    ::FillRect(dc, &update, s_hFaceBrush);
+    ::FillRect(dc, &update, s_colours.face);
     RECT client;
     ::GetClientRect(m_wnd.m_hWnd, &client);
-    HGDIOBJ old = ::SelectObject(dc, s_hFramePen);
+    HGDIOBJ old = ::SelectObject(dc, s_colours.frame);
     ::MoveToEx(dc, 0, client.bottom - 1, nullptr);
     ::LineTo(dc, client.right, client.bottom - 1);
     if (s_bColour) {
-        ::SelectObject(dc, s_hShadowPen);
+        ::SelectObject(dc, s_colours.shadow);
         ::MoveToEx(dc, 0, client.bottom - 2, nullptr);
         ::LineTo(dc, client.right, client.bottom - 2);
     }

@@ -3,6 +3,7 @@
 // bitmaps of pictures, and the window follows the mouse. The bar owns its
 // items.
 #pragma once
+#include "ui/FaceColours.h"
 #include "ui/ToolBarWnd.h"
 
 #include <windows.h>
@@ -50,9 +51,9 @@ class CKmToolBar
     void Paint(HDC dc, const RECT& update);
     HDC Pictures(bool enabled) const { return enabled ? m_dcImages : m_dcDisabled; }
     static bool HasColours() { return s_bColour != 0; }
-    static HPEN FramePen() { return s_hFramePen; }
-    static HPEN ShadowPen() { return s_hShadowPen; }
-    static HPEN HighlightPen() { return s_hHighlightPen; }
+    static HPEN FramePen() { return s_colours.frame; }
+    static HPEN ShadowPen() { return s_colours.shadow; }
+    static HPEN HighlightPen() { return s_colours.highlight; }
 
     int m_nItems = 0;
     CToolItem* m_items[kMaxItems] = {};
@@ -78,10 +79,7 @@ class CKmToolBar
     // Moves the items from index on across by dx.
     void ShiftFrom(int index, int dx);
 
-    static HBRUSH s_hFaceBrush;
-    static HPEN s_hFramePen;
-    static HPEN s_hShadowPen;
-    static HPEN s_hHighlightPen;
+    static CFaceColours s_colours;
     static int s_bColour;
     static int s_nBorder; // 0 until the colours are first set up
 };
