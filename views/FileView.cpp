@@ -107,15 +107,16 @@ bool CFileView::Start(const char* path, UINT icon)
     DWORD style = WS_VISIBLE | WS_HSCROLL | WS_VSCROLL;
     if (theApp.arrange == ARRANGE_MAXIMISED)
         style |= WS_MAXIMIZE;
-    if (!frame || !className || !Create(className, path, style, kRectDefault, frame)) {
+    // The window is made while the file is read: a large file's second half
+    // is scanned on another thread meanwhile.
+    auto makeWindow = [&] {
+        return frame && className && Create(className, path, style, kRectDefault, frame);
+    };
+    if (!OpenFile(path, makeWindow)) {
         if (m_hWnd)
             MDIDestroy(); // the window deletes its object
         else
             delete this;
-        return false;
-    }
-    if (!OpenFile(path)) {
-        MDIDestroy();
         return false;
     }
     return true;

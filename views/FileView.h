@@ -11,6 +11,7 @@
 #include "views/RecordFile.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 // A place in the view: record, index in the record, display column.
@@ -66,7 +67,8 @@ class CFileView : public CKmChild
     // Makes the child window, titled with path, and opens the file in it;
     // false, with the window and the object gone, when either fails.
     bool Start(const char* path, UINT icon);
-    virtual bool OpenFile(const char* path) = 0;
+    // Opens the file, calling makeWindow while it is read.
+    virtual bool OpenFile(const char* path, const std::function<bool()>& makeWindow) = 0;
     // Reads the row of record m_pFile->m_nCurRecord into row (room for
     // kRowSize bytes) as display columns; the number of columns.
     virtual int ReadRow(char* row) = 0;

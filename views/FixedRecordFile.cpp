@@ -4,7 +4,11 @@
 
 RecordOpenResult CFixedRecordFile::Open(std::unique_ptr<CByteSource> source)
 {
-    const RecordOpenResult result = CRecordFile::Open(std::move(source));
+    RecordOpenResult result = CRecordFile::Open(std::move(source));
+    if (result == RECORD_OPEN && !DoWhileOpening()) {
+        Close();
+        result = RECORD_REFUSED;
+    }
     if (result == RECORD_OPEN) {
         const uint64_t size = static_cast<uint64_t>(m_nRecordSize);
         m_nRecordCount = static_cast<int32_t>((m_nFileLength + size - 1) / size);

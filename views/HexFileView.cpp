@@ -60,9 +60,10 @@ CHexFileView* CHexFileView::Open(const char* path, unsigned long flags)
     return view;
 }
 
-bool CHexFileView::OpenFile(const char* path)
+bool CHexFileView::OpenFile(const char* path, const std::function<bool()>& makeWindow)
 {
     auto file = std::make_unique<CFixedRecordFile>(HEX_ROW_BYTES);
+    file->m_whileOpening = makeWindow;
     if (!OpenRecordFile(*file, path))
         return false;
     m_pFile = std::move(file);

@@ -20,7 +20,7 @@ class CHexFileView : public CFileView
 
   protected:
     explicit CHexFileView(unsigned long flags) : CFileView(flags | CF_HEXVIEW) {}
-    bool OpenFile(const char* path) override;
+    bool OpenFile(const char* path, const std::function<bool()>& makeWindow) override;
     int ReadRow(char* row) override;
     void GetRowSpan(int length, int& first, int& last) override;
     uint32_t OffsetOf(const FilePos& pos) const;

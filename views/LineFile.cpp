@@ -425,9 +425,10 @@ RecordOpenResult CLineFile::Scan()
         }
     }
     LineScan& last = twin ? tail : head;
-    RecordOpenResult result;
+    RecordOpenResult result = RECORD_REFUSED;
     try {
-        result = head.Run(*m_source, twin ? split : UINT32_MAX, &m_question, stop);
+        if (DoWhileOpening())
+            result = head.Run(*m_source, twin ? split : UINT32_MAX, &m_question, stop);
     } catch (...) {
         stop = true;
         if (helper.joinable())

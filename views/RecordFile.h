@@ -3,6 +3,7 @@
 // layer in the program, memory in the tests. Platform-free.
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 // Where a record file's bytes come from. Read and Seek throw whatever the
@@ -55,12 +56,24 @@ class CRecordFile
     // Raw access past the record buffer, for the hex view's search.
     uint32_t ReadAt(uint32_t offset, void* buffer, uint32_t count);
 
+    // Work of the caller's, done once by a successful Open once the file is
+    // known to be readable, while the rest of a large file is read on
+    // another thread; false stops the open with RECORD_REFUSED.
+    std::function<bool()> m_whileOpening;
+
     uint32_t m_nFileLength = 0;
     int32_t m_nCurRecord = 0;
     int32_t m_nRecordCount = 0;
     int32_t m_nRecordSize = 0;
 
   protected:
+    // Runs m_whileOpening, if there is any, and forgets it.
+    bool DoWhileOpening()
+    {
+        const std::function<bool()> work = std::move(m_whileOpening);
+        m_whileOpening = nullptr;
+        return !work || work();
+    }
     // Fills the buffer from the source's position; the count read.
     uint32_t FillBuffer();
     // The next byte, or -1 at the end; refills invisibly.

@@ -63,12 +63,13 @@ CTextFileView* CTextFileView::Open(const char* path, unsigned long flags)
     return view;
 }
 
-bool CTextFileView::OpenFile(const char* path)
+bool CTextFileView::OpenFile(const char* path, const std::function<bool()>& makeWindow)
 {
     auto file = std::make_unique<CLineFile>(theApp.tabSize);
     file->SetQuestion([path](unsigned value) {
         return KmMessageBox(nullptr, MB_YESNO | MB_ICONQUESTION, IDS_NONANSI, value, path) == IDYES;
     });
+    file->m_whileOpening = makeWindow;
     if (!OpenRecordFile(*file, path))
         return false;
     try {

@@ -27,7 +27,7 @@ class CTextFileView : public CFileView
 
   protected:
     explicit CTextFileView(unsigned long flags) : CFileView(flags) {}
-    bool OpenFile(const char* path) override;
+    bool OpenFile(const char* path, const std::function<bool()>& makeWindow) override;
     int ReadRow(char* row) override;
     void GetRowSpan(int length, int& first, int& last) override;
     void Copy(bool append);

@@ -223,6 +223,28 @@ TEST(LineFile, ControlByteRefusedOrTooLargeLeavesItClosed)
     EXPECT_EQ(RECORD_TOOLARGE, hex.Open(Source("a", 0x100000000ull)));
 }
 
+// The caller's work while a file opens (the view makes its window then):
+// once for an open file, never for one refused before, and a No stops it.
+TEST(RecordFiles, WorkWhileOpeningRunsOnceAndMayStopTheOpen)
+{
+    CLineFile lines(8), halves(8);
+    halves.m_nSplitFrom = 0;
+    CFixedRecordFile hex(16);
+    for (CRecordFile* file : {static_cast<CRecordFile*>(&lines), static_cast<CRecordFile*>(&halves),
+                              static_cast<CRecordFile*>(&hex)}) {
+        int calls = 0;
+        for (bool go : {true, false}) {
+            file->m_whileOpening = [&calls, go] { return ++calls, go; };
+            EXPECT_EQ(go ? RECORD_OPEN : RECORD_REFUSED, file->Open(Source("ab\ncd\nef\n")));
+            EXPECT_EQ(go, file->IsOpen());
+            EXPECT_FALSE(file->m_whileOpening); // forgotten once done
+        }
+        file->m_whileOpening = [&calls] { return ++calls, true; };
+        EXPECT_EQ(RECORD_TOOLARGE, file->Open(Source("a\n", 0x100000000ull)));
+        EXPECT_EQ(2, calls);
+    }
+}
+
 // Lines of all lengths around the block size, read forward, backward and
 // with short buffers, each read leaving the next line to follow.
 TEST(LineFile, ReadsForwardAndBackwardAcrossBlocks)
