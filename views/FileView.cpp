@@ -238,7 +238,9 @@ LRESULT CFileView::OnCreate(WPARAM wParam, LPARAM lParam)
     }
     m_rcText.left = m_nCharWidth;
     m_rcText.top = 0;
-    RefreshBars();
+    // The ranges wait for the file: setting them redraws the bars, which
+    // costs more than the rest of the window on some platforms.
+    ShowBars();
     SendMessage(WM_KM_FONTCHANGED, 0);
     return CKmChild::OnCreate(wParam, lParam);
 }
@@ -320,6 +322,11 @@ void CFileView::RefreshBars()
     SetRowBar();
     ::SetScrollRange(m_hWnd, SB_HORZ, 0, std::max(m_nMaxCols - 1, 1), FALSE);
     ::SetScrollPos(m_hWnd, SB_HORZ, m_nLeftCol, TRUE);
+    ShowBars();
+}
+
+void CFileView::ShowBars()
+{
     ::ShowScrollBar(m_hWnd, SB_HORZ, (m_flags & CF_HSCROLL) != 0);
     ::ShowScrollBar(m_hWnd, SB_VERT, (m_flags & CF_VSCROLL) != 0);
 }

@@ -103,6 +103,8 @@ class CFileView : public CKmChild
     void ScrollRows(int code, int thumb = 0);
     void ScrollColumns(int code, int thumb = 0);
     void RefreshBars();
+    // Shows or hides the bars by the flag bits.
+    void ShowBars();
     void InvalidateRows(int32_t from, int32_t to);
     void InvalidateSelection();
     bool EnsureCaretRow(bool centre);
