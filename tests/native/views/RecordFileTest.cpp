@@ -55,6 +55,15 @@ std::string ReadLine(CRecordFile& file, int32_t line, int max = 8192)
     return length < 0 ? "<end>" : std::string(buffer.data(), length);
 }
 
+// Every line start, the closing one of the last line included.
+std::vector<uint32_t> Index(const CLineFile& file)
+{
+    std::vector<uint32_t> index;
+    for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
+        index.push_back(file.LineStart(line));
+    return index;
+}
+
 struct ScanCase {
     const char* note;
     std::string bytes;
@@ -89,10 +98,7 @@ TEST(LineFile, ScanBuildsTheIndexTerminatorModeAndLongestLine)
         std::vector<unsigned> asked;
         file.SetQuestion([&](unsigned value) { return asked.push_back(value), true; });
         ASSERT_EQ(RECORD_OPEN, file.Open(Source(row.bytes)));
-        std::vector<uint32_t> index;
-        for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
-            index.push_back(file.LineStart(line));
-        EXPECT_EQ(row.index, index);
+        EXPECT_EQ(row.index, Index(file));
         EXPECT_EQ(row.recordSize, file.m_nRecordSize);
         EXPECT_EQ(row.terminator, file.m_nTerminator);
         EXPECT_EQ(row.bytes.size(), file.m_nFileLength);
@@ -193,10 +199,7 @@ TEST(LineFile, IndexAsAByteWalkGivesIt)
             std::vector<unsigned> asked;
             file.SetQuestion([&](unsigned value) { return asked.push_back(value), true; });
             ASSERT_EQ(RECORD_OPEN, file.Open(Source(text)));
-            std::vector<uint32_t> index;
-            for (int32_t line = 0; line <= file.m_nRecordCount; ++line)
-                index.push_back(file.LineStart(line));
-            ASSERT_EQ(walked.starts, index);
+            ASSERT_EQ(walked.starts, Index(file));
             EXPECT_EQ(walked.terminator, file.m_nTerminator);
             EXPECT_EQ(walked.recordSize, file.m_nRecordSize);
             EXPECT_EQ(control == std::string::npos ? 0u : 1u, asked.size());
