@@ -192,6 +192,9 @@ class LineScan
     // Moves the line ends found before this stretch's control byte one
     // byte on, as a control byte before the stretch moves every one.
     void ShiftAhead();
+    // Gives the last piece back down to the entries it holds, the sentinel
+    // too if there is one: a half-empty piece per stretch would add up.
+    bool Trim(bool sentinel);
 
     bool Shifted() const { return m_shift != 0; }
     unsigned ForeignByte() const { return m_foreign; }
@@ -339,6 +342,19 @@ void LineScan::ShiftAhead()
     m_shift = 1;
 }
 
+bool LineScan::Trim(bool sentinel)
+{
+    const uint64_t used = (m_index.count & (kPieceSize - 1)) + (sentinel ? 1 : 0);
+    if (m_index.pieces.empty() || used == 0 || used >= kPieceSize)
+        return true;
+    uint32_t* exact = new (std::nothrow) uint32_t[used];
+    if (!exact)
+        return false;
+    memcpy(exact, m_index.pieces.back().get(), used * sizeof *exact);
+    m_index.pieces.back().reset(exact);
+    return true;
+}
+
 RecordOpenResult LineScan::Finish(uint32_t length, uint32_t shift, int terminator)
 {
     if (m_pendingCR) {
@@ -368,9 +384,7 @@ CLineFile::~CLineFile()
 void CLineFile::Close()
 {
     CRecordFile::Close();
-    m_pieces.clear();
-    m_tailPieces.clear();
-    m_nTailFrom = UINT32_MAX;
+    m_stretches.clear();
     m_nCurRecord = m_nRecordCount = 0;
 }
 
@@ -391,79 +405,136 @@ RecordOpenResult CLineFile::Open(std::unique_ptr<CByteSource> source)
 uint32_t CLineFile::LineStart(int32_t line) const
 {
     uint32_t n = static_cast<uint32_t>(line);
-    if (n >= m_nTailFrom) {
-        n -= m_nTailFrom;
-        return m_tailPieces[n >> kPieceShift][n & (kPieceSize - 1)];
-    }
-    return m_pieces[n >> kPieceShift][n & (kPieceSize - 1)];
+    auto stretch = m_stretches.begin();
+    if (m_stretches.size() > 1)
+        stretch = std::upper_bound(m_stretches.begin(), m_stretches.end(), n,
+                                   [](uint32_t n, const Stretch& s) { return n < s.firstLine; }) -
+                  1;
+    n -= stretch->firstLine;
+    return stretch->pieces[n >> kPieceShift][n & (kPieceSize - 1)];
 }
+
+namespace
+{
+
+// The scans of the stretches, after all of them ran: the first control byte
+// in the file is the one asked about, if no scan asked already, and it
+// moves every later line start; the last stretch ends the index.
+RecordOpenResult SettleStretches(std::vector<LineScan>& scans, uint32_t length,
+                                 const CLineFile::ControlByteQuestion* ask, int& terminator)
+{
+    const auto shifted =
+        std::find_if(scans.begin(), scans.end(), [](const LineScan& s) { return s.Shifted(); });
+    if (shifted != scans.end() && ask && *ask && !(*ask)(shifted->ForeignByte()))
+        return RECORD_REFUSED;
+    uint64_t count = 0;
+    terminator = 0;
+    for (auto scan = scans.begin(); scan != scans.end(); ++scan) {
+        if (shifted < scan)
+            scan->ShiftAhead();
+        count += scan->Count();
+        if (scan->Terminator())
+            terminator = scan->Terminator();
+    }
+    if (count > INT32_MAX - 1)
+        return RECORD_TOOLARGE;
+    LineScan& last = scans.back();
+    if (RecordOpenResult finished = last.Finish(length, last.Shifted() ? 1 : 0, terminator))
+        return finished;
+    terminator = last.Terminator();
+    return last.Trim(true) ? RECORD_OPEN : RECORD_NOMEMORY;
+}
+
+} // namespace
 
 RecordOpenResult CLineFile::Scan()
 {
     m_nTerminator = 0;
-    m_nTailFrom = UINT32_MAX;
-    // From a size on the second half goes to another thread, from just
-    // behind an LF: a line ends there, whatever stood before it.
-    uint32_t split = m_nFileLength >= m_nSplitFrom ? FindSplit() : m_nFileLength;
-    std::unique_ptr<CByteSource> twin = split < m_nFileLength ? m_source->Twin() : nullptr;
-    LineScan head(m_pieces, 0), tail(m_tailPieces, split);
+    m_stretches.clear();
+    for (uint32_t from : m_nFileLength >= m_nSplitFrom ? FindCuts() : std::vector<uint32_t>{0})
+        m_stretches.push_back(Stretch{from, 0, {}});
+    const size_t count = m_stretches.size();
+    std::vector<LineScan> scans;
+    scans.reserve(count);
+    for (Stretch& stretch : m_stretches)
+        scans.emplace_back(stretch.pieces, stretch.from);
+    // With one stretch its scan asks about a control byte where it meets
+    // it; with more the question waits for them all.
+    const ControlByteQuestion* ask = count == 1 ? &m_question : nullptr;
+    std::atomic<size_t> next{0};
     std::atomic<bool> stop{false};
-    RecordOpenResult tailResult = RECORD_OPEN;
-    std::exception_ptr tailFailure;
-    std::thread helper;
-    if (twin) {
+    std::vector<RecordOpenResult> results(count, RECORD_OPEN);
+    auto work = [&](CByteSource& source) {
+        for (size_t k; !stop && (k = next++) < count;) {
+            const uint32_t to = k + 1 < count ? m_stretches[k + 1].from : UINT32_MAX;
+            results[k] = scans[k].Run(source, to, ask, stop);
+            // The last stretch is trimmed once its index is finished.
+            if (results[k] == RECORD_OPEN && k + 1 < count && !scans[k].Trim(false))
+                results[k] = RECORD_NOMEMORY;
+            if (results[k] != RECORD_OPEN)
+                stop = true;
+        }
+    };
+
+    const unsigned cores = std::thread::hardware_concurrency();
+    const size_t helpers = count > 1 ? std::min<size_t>({count - 1, cores > 1 ? cores - 1 : 1, 7}) : 0;
+    std::vector<std::unique_ptr<CByteSource>> twins;
+    twins.reserve(helpers); // each thread reads its own while more are made
+    std::vector<std::exception_ptr> failures(helpers);
+    std::vector<std::thread> threads;
+    auto joinAll = [&threads] {
+        for (std::thread& thread : threads)
+            thread.join();
+        threads.clear();
+    };
+    for (size_t h = 0; h < helpers; ++h) {
+        twins.push_back(m_source->Twin());
+        if (!twins.back())
+            break;
         try {
-            helper = std::thread([&] {
+            threads.emplace_back([&, h] {
                 try {
-                    tailResult = tail.Run(*twin, UINT32_MAX, nullptr, stop);
+                    work(*twins[h]);
                 } catch (...) {
-                    tailFailure = std::current_exception();
+                    failures[h] = std::current_exception();
+                    stop = true;
                 }
             });
         } catch (const std::system_error&) {
-            twin.reset(); // no thread to be had: one scan does it all
+            break; // the threads there are, or this one, do it all
         }
     }
-    LineScan& last = twin ? tail : head;
     RecordOpenResult result = RECORD_REFUSED;
     try {
-        if (DoWhileOpening())
-            result = head.Run(*m_source, twin ? split : UINT32_MAX, &m_question, stop);
+        if (DoWhileOpening()) {
+            work(*m_source);
+            result = RECORD_OPEN;
+        }
     } catch (...) {
         stop = true;
-        if (helper.joinable())
-            helper.join();
+        joinAll();
         throw;
     }
-    if (result != RECORD_OPEN)
-        stop = true;
-    if (helper.joinable())
-        helper.join();
-    if (result == RECORD_OPEN && twin) {
-        if (tailFailure)
-            std::rethrow_exception(tailFailure);
-        result = tailResult;
-        // The tail's control byte was not asked about while it ran.
-        if (result == RECORD_OPEN && !head.Shifted() && tail.Shifted() && m_question &&
-            !m_question(tail.ForeignByte()))
-            result = RECORD_REFUSED;
-        if (result == RECORD_OPEN && head.Shifted())
-            tail.ShiftAhead();
-        if (head.Count() + tail.Count() > INT32_MAX - 1)
-            result = RECORD_TOOLARGE;
-    }
-    if (result == RECORD_OPEN) {
-        const uint32_t shift = head.Shifted() || last.Shifted() ? 1 : 0;
-        result = last.Finish(m_nFileLength, shift,
-                             last.Terminator() ? last.Terminator() : head.Terminator());
-        m_nTerminator = last.Terminator();
-    }
+    stop = stop || result != RECORD_OPEN;
+    joinAll();
+    for (const std::exception_ptr& failure : failures)
+        if (failure)
+            std::rethrow_exception(failure);
+    for (size_t k = 0; k < count && result == RECORD_OPEN; ++k)
+        result = results[k];
+    if (result == RECORD_OPEN)
+        result = SettleStretches(scans, m_nFileLength, count > 1 ? &m_question : nullptr,
+                                 m_nTerminator);
     if (result != RECORD_OPEN)
         return result;
-    if (twin)
-        m_nTailFrom = static_cast<uint32_t>(head.Count());
-    m_nRecordCount = static_cast<int32_t>(head.Count() + (twin ? tail.Count() : 0));
-    m_nRecordSize = static_cast<int32_t>(std::max(head.Longest(), twin ? tail.Longest() : 0));
+    uint64_t longest = 0, firstLine = 0;
+    for (size_t k = 0; k < count; ++k) {
+        m_stretches[k].firstLine = static_cast<uint32_t>(firstLine);
+        firstLine += scans[k].Count();
+        longest = std::max(longest, scans[k].Longest());
+    }
+    m_nRecordCount = static_cast<int32_t>(firstLine);
+    m_nRecordSize = static_cast<int32_t>(longest);
     if (m_nRecordSize)
         --m_nRecordSize;
     if (m_nRecordSize && !m_nTerminator)
@@ -472,16 +543,31 @@ RecordOpenResult CLineFile::Scan()
     return RECORD_OPEN;
 }
 
-// The byte behind the first LF in the megabyte from the middle on, or the
-// length: a file without LFs there is scanned in one.
-uint32_t CLineFile::FindSplit()
+// Where the file is cut into stretches of about m_nStretchSize bytes, at
+// least two: the first line start of each at or behind its place.
+std::vector<uint32_t> CLineFile::FindCuts()
+{
+    std::vector<uint32_t> froms{0};
+    const uint64_t size = std::max(1u, m_nStretchSize);
+    const uint64_t count = std::max<uint64_t>(2, (m_nFileLength + size - 1) / size);
+    for (uint64_t k = 1; k < count; ++k) {
+        const uint32_t at = static_cast<uint32_t>(m_nFileLength * k / count);
+        const uint32_t cut = LineStartFrom(at);
+        if (cut > froms.back() && cut < m_nFileLength) // not the last cut again
+            froms.push_back(cut);
+    }
+    return froms;
+}
+
+// The byte behind the first LF in the megabyte from at on, or the length:
+// a file without LFs there is not cut there.
+uint32_t CLineFile::LineStartFrom(uint32_t at)
 {
     const uint32_t kLook = 4096, kLookFar = 1u << 20;
     unsigned char bytes[kLook];
-    const uint32_t middle = m_nFileLength / 2;
-    uint32_t at = middle;
+    const uint32_t from = at;
     m_source->Seek(at);
-    while (at - middle < kLookFar) {
+    while (at - from < kLookFar) {
         const uint32_t count = m_source->Read(bytes, kLook);
         if (!count)
             break;

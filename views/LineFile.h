@@ -1,6 +1,6 @@
 // A text file whose records are its lines, with an index of 32-bit line
-// starts built at open, by one scan or, for a large file, by two at once
-// over its halves. Platform-free.
+// starts built at open, by one scan or, for a large file, by threads that
+// share its stretches. Platform-free.
 #pragma once
 #include "views/RecordFile.h"
 
@@ -33,17 +33,26 @@ class CLineFile : public CRecordFile
     // Where line n starts; line m_nRecordCount's start closes the last line.
     uint32_t LineStart(int32_t line) const;
 
-    // Files from this size on are scanned in two halves at once, where the
-    // source has a twin.
+    // Files from this size on are cut into stretches of about this many
+    // bytes, at least two, each from a line start; threads on twins of the
+    // source take them one by one, and the caller's thread joins them once
+    // its work while opening is done.
     uint32_t m_nSplitFrom = 16u << 20;
+    uint32_t m_nStretchSize = 8u << 20;
 
   private:
+    using Pieces = std::vector<std::unique_ptr<uint32_t[]>>;
+    // A stretch of the file and the line starts in it, from line firstLine
+    // on, in pieces of their own.
+    struct Stretch {
+        uint32_t from, firstLine;
+        Pieces pieces;
+    };
+
     RecordOpenResult Scan();
-    uint32_t FindSplit();
+    std::vector<uint32_t> FindCuts();
+    uint32_t LineStartFrom(uint32_t at);
 
     ControlByteQuestion m_question;
-    // The index of line starts: those of the second half, from line
-    // m_nTailFrom on, in pieces of their own.
-    std::vector<std::unique_ptr<uint32_t[]>> m_pieces, m_tailPieces;
-    uint32_t m_nTailFrom = UINT32_MAX;
+    std::vector<Stretch> m_stretches;
 };

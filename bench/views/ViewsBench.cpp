@@ -9,7 +9,9 @@
 #include "views/LineFile.h"
 #include "views/TextFileView.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <psapi.h>
 #include <vector>
 #include <windows.h>
@@ -36,6 +38,36 @@ double Timed(CFileView* view, UINT message, WPARAM wParam)
     return NowMs() - start;
 }
 
+using Times = std::vector<double>;
+
+int Runs()
+{
+    const char* runs = getenv("KM_BENCH_RUNS");
+    return runs && atoi(runs) > 0 ? atoi(runs) : 5;
+}
+
+void Report(const char* row, Times times)
+{
+    std::sort(times.begin(), times.end());
+    printf("  %-22s %9.1f %8.1f\n", row, times.front(), times[times.size() / 2]);
+}
+
+// Opens a file in the view up to its first screen; closes it again unless
+// it is to stay.
+double TimedOpen(const char* path, bool close)
+{
+    const double start = NowMs();
+    CFileView* view = dynamic_cast<CFileView*>(theApp.Frame()->OpenFile(path, true, false));
+    if (view)
+        ::UpdateWindow(view->m_hWnd);
+    const double took = NowMs() - start;
+    if (view && close) {
+        view->SendMessage(WM_CLOSE);
+        PumpUntilIdle();
+    }
+    return took;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -49,47 +81,41 @@ int main(int argc, char** argv)
         printf("no frame\n");
         return 1;
     }
+    const int runs = Runs();
     // The platform's own reading of the whole file: a second floor, beside wc -l.
-    HANDLE file =
-        ::CreateFileA(argv[1], GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    Times reads, index, small, open;
     std::vector<char> chunk(0x40000);
-    DWORD got = 0;
-    double start = NowMs();
-    while (::ReadFile(file, chunk.data(), DWORD(chunk.size()), &got, nullptr) && got)
-        ;
-    const double reads = NowMs() - start;
-    ::CloseHandle(file);
+    for (int run = 0; run < runs; ++run) {
+        HANDLE file = ::CreateFileA(argv[1], GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+        DWORD got = 0;
+        const double start = NowMs();
+        while (::ReadFile(file, chunk.data(), DWORD(chunk.size()), &got, nullptr) && got)
+            ;
+        reads.push_back(NowMs() - start);
+        ::CloseHandle(file);
+    }
     // The line index alone, with no window: what the open spends elsewhere.
-    double index = 0;
-    {
+    for (int run = 0; run < runs; ++run) {
         CLineFile lines(8);
-        start = NowMs();
+        const double start = NowMs();
         OpenRecordFile(lines, argv[1]);
-        index = NowMs() - start;
+        index.push_back(NowMs() - start);
     }
     // The window's own cost: a file of one line in the view.
-    double small = 0;
-    {
-        const char* name = "views_bench_small.txt";
-        FILE* out = fopen(name, "wb");
-        fputs("one line\n", out);
-        fclose(out);
-        start = NowMs();
-        CFileView* tiny = dynamic_cast<CFileView*>(theApp.Frame()->OpenFile(name, true, false));
-        if (tiny)
-            ::UpdateWindow(tiny->m_hWnd);
-        small = NowMs() - start;
-        if (tiny)
-            tiny->SendMessage(WM_CLOSE);
-        PumpUntilIdle();
-        remove(name);
+    const char* name = "views_bench_small.txt";
+    FILE* out = fopen(name, "wb");
+    fputs("one line\n", out);
+    fclose(out);
+    for (int run = 0; run < runs; ++run)
+        small.push_back(TimedOpen(name, true));
+    remove(name);
+    double before = 0;
+    for (int run = 0; run < runs; ++run) {
+        before = ResidentMb(false);
+        open.push_back(TimedOpen(argv[1], run + 1 < runs));
     }
-    const double before = ResidentMb(false);
-    start = NowMs();
-    auto* view = dynamic_cast<CTextFileView*>(theApp.Frame()->OpenFile(argv[1], true, false));
-    if (view)
-        ::UpdateWindow(view->m_hWnd);
-    const double open = NowMs() - start;
+    auto* view = dynamic_cast<CTextFileView*>(theApp.Frame()->MDIGetActive());
     if (!view) {
         printf("the view did not open %s\n", argv[1]);
         return 1;
@@ -100,10 +126,11 @@ int main(int argc, char** argv)
     const double lines = view->m_pFile->m_nRecordCount;
     printf("text view of %s: %.0f lines, %.1f MB\n", argv[1], lines,
            double(view->m_pFile->m_nFileLength) / (1024 * 1024));
-    printf("  ReadFile of it all    %9.1f ms\n", reads);
-    printf("  line index alone      %9.1f ms\n", index);
-    printf("  a file of one line    %9.1f ms\n", small);
-    printf("  open to first screen  %9.1f ms\n", open);
+    printf("  %d runs each, in ms:       fastest   median\n", runs);
+    Report("ReadFile of it all", reads);
+    Report("line index alone", index);
+    Report("a file of one line", small);
+    Report("open to first screen", open);
     printf("  thumb to the middle   %9.1f ms   top line %ld\n", middle, middleTop);
     printf("  Ctrl+End              %9.1f ms\n", end);
     printf("  resident %.1f MB (peak %.1f), %.1f MB before the open; line index %.1f MB\n",

@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
@@ -24,10 +27,16 @@ class MemorySource : public CByteSource
     void Seek(uint32_t offset) override { m_pos = offset; }
     std::unique_ptr<CByteSource> Twin() override
     {
-        return std::make_unique<MemorySource>(m_bytes, m_length);
+        auto twin = std::make_unique<MemorySource>(m_bytes, m_length);
+        twin->m_failing = m_twinsFail;
+        return twin;
     }
     uint32_t Read(void* buffer, uint32_t count) override
     {
+        if (m_failing) {
+            ++failedReads;
+            throw std::runtime_error("read failed");
+        }
         const uint32_t left = m_pos < m_bytes.size() ? uint32_t(m_bytes.size() - m_pos) : 0;
         count = count < left ? count : left;
         memcpy(buffer, m_bytes.data() + m_pos, count);
@@ -35,11 +44,17 @@ class MemorySource : public CByteSource
         return count;
     }
 
+    bool m_twinsFail = false; // reads on another thread throw
+    static std::atomic<int> failedReads;
+
   private:
     std::string m_bytes;
     uint64_t m_length;
     uint32_t m_pos = 0;
+    bool m_failing = false;
 };
+
+std::atomic<int> MemorySource::failedReads{0};
 
 std::unique_ptr<CByteSource> Source(const std::string& bytes, uint64_t length = 0)
 {
@@ -189,20 +204,26 @@ TEST(LineFile, IndexAsAByteWalkGivesIt)
             text.insert(half + next(static_cast<unsigned>(half)),
                         round % 8 == 3 ? "\r\x01" : "\x01");
         if (round % 4 == 3)
-            text.insert(next(static_cast<unsigned>(half)), "\x01");
+            text.insert(next(static_cast<unsigned>(half)), "\x02");
         const WalkedIndex walked(text);
-        const size_t control = text.find('\x01');
-        for (uint32_t splitFrom : {UINT32_MAX, 0u}) { // one scan, and two halves at once
-            SCOPED_TRACE(testing::Message() << "round " << round << " split from " << splitFrom);
+        const size_t control = text.find_first_of("\x01\x02");
+        const std::vector<unsigned> question(
+            control == std::string::npos ? 0 : 1,
+            control == std::string::npos ? 0 : static_cast<unsigned>(text[control]));
+        // One scan, two halves, and seven stretches.
+        const uint32_t stretches[] = {0, UINT32_MAX, static_cast<uint32_t>(text.size() / 7 + 1)};
+        for (uint32_t stretch : stretches) {
+            SCOPED_TRACE(testing::Message() << "round " << round << " stretch " << stretch);
             CLineFile file(8);
-            file.m_nSplitFrom = splitFrom;
+            file.m_nSplitFrom = stretch ? 0 : UINT32_MAX;
+            file.m_nStretchSize = stretch;
             std::vector<unsigned> asked;
             file.SetQuestion([&](unsigned value) { return asked.push_back(value), true; });
             ASSERT_EQ(RECORD_OPEN, file.Open(Source(text)));
             ASSERT_EQ(walked.starts, Index(file));
             EXPECT_EQ(walked.terminator, file.m_nTerminator);
             EXPECT_EQ(walked.recordSize, file.m_nRecordSize);
-            EXPECT_EQ(control == std::string::npos ? 0u : 1u, asked.size());
+            EXPECT_EQ(question, asked); // once, for the first
             file.SetQuestion([](unsigned) { return false; });
             EXPECT_EQ(control == std::string::npos ? RECORD_OPEN : RECORD_REFUSED,
                       file.Open(Source(text)));
@@ -246,6 +267,23 @@ TEST(RecordFiles, WorkWhileOpeningRunsOnceAndMayStopTheOpen)
         EXPECT_EQ(RECORD_TOOLARGE, file->Open(Source("a\n", 0x100000000ull)));
         EXPECT_EQ(2, calls);
     }
+}
+
+TEST(LineFile, ReadFailingOnAnotherThreadReachesTheCaller)
+{
+    auto source = std::make_unique<MemorySource>(std::string(100000, 'x') + "\n" +
+                                                 std::string(100000, 'y') + "\n");
+    source->m_twinsFail = true;
+    CLineFile file(8);
+    file.m_nSplitFrom = 0;
+    file.m_nStretchSize = 1000;
+    // The caller's thread waits until the other one has failed.
+    file.m_whileOpening = [] {
+        while (!MemorySource::failedReads)
+            std::this_thread::yield();
+        return true;
+    };
+    EXPECT_THROW(file.Open(std::move(source)), std::runtime_error);
 }
 
 // Lines of all lengths around the block size, read forward, backward and
