@@ -19,6 +19,14 @@ inline uint64_t ZeroByteBits(uint64_t word)
     return ~(((word & lows) + lows) | word | lows);
 }
 
+// The high bit of each byte of word as one bit, the first byte in memory
+// lowest: gathered into one byte by a multiply.
+inline uint32_t HighBitsOf(uint64_t word)
+{
+    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
+    return static_cast<uint32_t>(((word >> 7) * 0x0102040810204080ull) >> 56);
+}
+
 // One bit for each of the 16 bytes from s on that equals a or b (which may
 // be the same byte), the first byte in memory lowest.
 inline uint32_t ByteMask16(const void* s, unsigned char a, unsigned char b)
@@ -29,15 +37,12 @@ inline uint32_t ByteMask16(const void* s, unsigned char a, unsigned char b)
                                       _mm_cmpeq_epi8(v, _mm_set1_epi8(static_cast<char>(b))));
     return static_cast<uint32_t>(_mm_movemask_epi8(hits));
 #else
-    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "bytes of a word in memory order");
     const uint64_t ones = 0x0101010101010101ull;
     uint32_t mask = 0;
     for (int k = 0; k < 2; ++k) {
         uint64_t w;
         memcpy(&w, static_cast<const char*>(s) + 8 * k, sizeof w);
-        const uint64_t bits = (ZeroByteBits(w ^ (ones * a)) | ZeroByteBits(w ^ (ones * b))) >> 7;
-        // The eight high bits gathered into one byte by a multiply.
-        mask |= static_cast<uint32_t>((bits * 0x0102040810204080ull) >> 56) << (8 * k);
+        mask |= HighBitsOf(ZeroByteBits(w ^ (ones * a)) | ZeroByteBits(w ^ (ones * b))) << (8 * k);
     }
     return mask;
 #endif

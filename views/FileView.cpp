@@ -316,13 +316,19 @@ void CFileView::SetRowBar()
     ::SetScrollPos(m_hWnd, SB_VERT, static_cast<int>(std::min<int64_t>(position, kBarRange)), TRUE);
 }
 
+// A range given to a hidden bar would show it again: a hidden bar gets its
+// range when it is shown.
 void CFileView::RefreshBars()
 {
-    ::SetScrollRange(m_hWnd, SB_VERT, 0, kBarRange, FALSE);
-    SetRowBar();
-    ::SetScrollRange(m_hWnd, SB_HORZ, 0, std::max(m_nMaxCols - 1, 1), FALSE);
-    ::SetScrollPos(m_hWnd, SB_HORZ, m_nLeftCol, TRUE);
     ShowBars();
+    if (m_flags & CF_VSCROLL) {
+        ::SetScrollRange(m_hWnd, SB_VERT, 0, kBarRange, FALSE);
+        SetRowBar();
+    }
+    if (m_flags & CF_HSCROLL) {
+        ::SetScrollRange(m_hWnd, SB_HORZ, 0, std::max(m_nMaxCols - 1, 1), FALSE);
+        ::SetScrollPos(m_hWnd, SB_HORZ, m_nLeftCol, TRUE);
+    }
 }
 
 void CFileView::ShowBars()

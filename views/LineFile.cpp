@@ -15,7 +15,10 @@ namespace
 
 // The index is kept in pieces of this many line starts: an array grown
 // step by step is copied again and again, and on the platform's heap that
-// costs more than the scan itself.
+// costs more than the scan itself. Each stretch of a large file ends in a
+// piece of its own, filled only in part: pages never written take no memory,
+// while giving the piece back down to size costs the platform's heap more
+// than the scan of the stretch.
 const uint32_t kPieceShift = 16;
 const uint32_t kPieceSize = 1u << kPieceShift;
 
@@ -23,6 +26,7 @@ const uint32_t kPieceSize = 1u << kPieceShift;
 // over the whole file, and the calls to the file layer are what it costs.
 const uint32_t kScanChunk = 0x40000;
 
+#ifndef KM_BYTEFIND_VECTOR
 const uint64_t kOnes = 0x0101010101010101ull;
 const uint64_t kHighs = 0x8080808080808080ull;
 
@@ -32,24 +36,6 @@ uint64_t Load(const unsigned char* bytes)
     memcpy(&word, bytes, sizeof word);
     return word;
 }
-
-// The LFs and the CRs among the 32 bytes at bytes; those past count read as
-// neither.
-struct Terminators {
-    uint32_t lfs, crs;
-    Terminators(const unsigned char* bytes, uint32_t count)
-    {
-        unsigned char tail[32] = {};
-        if (count < 32) {
-            memcpy(tail, bytes, count);
-            bytes = tail;
-        }
-        lfs = ByteMask32(bytes, '\n', '\n');
-        crs = ByteMask32(bytes, '\r', '\r');
-    }
-    // Whether every CR has its LF right behind it, both in these bytes.
-    bool OnlyPairs() const { return (crs << 1) == lfs && !(crs >> 31); }
-};
 
 // The high bit of each byte of word below high (at most 128), and with low
 // also above low: exact for every byte, as no byte borrows from the next.
@@ -63,34 +49,51 @@ uint64_t BytesBetween(uint64_t word, unsigned low, unsigned high)
     return BytesBelow(word, high) & ((word & (kOnes * 127)) + kOnes * (127 - low));
 }
 
-// Where the first control byte stands that no text holds (below 32, but not
-// tab, LF, VT, FF or CR), or count.
-uint32_t FindForeignByte(const unsigned char* bytes, uint32_t count)
+#endif
+
+// One bit for each of the 16 bytes at bytes that is a control byte no text
+// holds: below 32, but not tab, LF, VT, FF or CR.
+uint32_t ForeignMask16(const unsigned char* bytes)
 {
-    uint32_t from = 0;
 #ifdef KM_BYTEFIND_VECTOR
     // Unsigned "at most" as a minimum that equals the byte.
     auto atMost = [](__m128i v, char most) {
         return _mm_cmpeq_epi8(_mm_min_epu8(v, _mm_set1_epi8(most)), v);
     };
-    for (; from + 16 <= count; from += 16) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + from));
-        const __m128i control = atMost(v, ' ' - 1);
-        const __m128i layout = atMost(_mm_sub_epi8(v, _mm_set1_epi8('\t')), '\r' - '\t');
-        if (const int hits = _mm_movemask_epi8(_mm_andnot_si128(layout, control)))
-            return from + static_cast<uint32_t>(__builtin_ctz(static_cast<unsigned>(hits)));
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+    const __m128i control = atMost(v, ' ' - 1);
+    const __m128i layout = atMost(_mm_sub_epi8(v, _mm_set1_epi8('\t')), '\r' - '\t');
+    return static_cast<uint32_t>(_mm_movemask_epi8(_mm_andnot_si128(layout, control)));
+#else
+    uint32_t mask = 0;
+    for (int k = 0; k < 2; ++k) {
+        const uint64_t word = Load(bytes + 8 * k);
+        mask |= HighBitsOf(BytesBelow(word, ' ') & ~BytesBetween(word, '\b', 14)) << (8 * k);
     }
+    return mask;
 #endif
-    for (; from + 8 <= count; from += 8) {
-        const uint64_t word = Load(bytes + from);
-        if (const uint64_t hits = BytesBelow(word, ' ') & ~BytesBetween(word, '\b', 14))
-            return from + static_cast<uint32_t>(__builtin_ctzll(hits) / 8);
-    }
-    for (; from < count; ++from)
-        if (bytes[from] < ' ' && (bytes[from] < '\t' || bytes[from] > '\r'))
-            return from;
-    return count;
 }
+
+// The LFs and the CRs among the 32 bytes at bytes, and while watched for
+// the foreign control bytes; those past count read as none of them.
+struct Terminators {
+    uint32_t lfs, crs, foreign = 0;
+    Terminators(const unsigned char* bytes, uint32_t count, bool watch)
+    {
+        unsigned char tail[32] = {};
+        if (count < 32) {
+            memcpy(tail, bytes, count);
+            bytes = tail;
+        }
+        lfs = ByteMask32(bytes, '\n', '\n');
+        crs = ByteMask32(bytes, '\r', '\r');
+        if (watch)
+            foreign = (ForeignMask16(bytes) | ForeignMask16(bytes + 16) << 16) &
+                      (count < 32 ? (1u << count) - 1 : ~0u);
+    }
+    // Whether every CR has its LF right behind it, both in these bytes.
+    bool OnlyPairs() const { return (crs << 1) == lfs && !(crs >> 31); }
+};
 
 // Appends line starts to the pieces of the index while the scan runs. The
 // count and the longest line are kept here rather than in the file: for
@@ -135,10 +138,11 @@ struct IndexWriter {
     // Adds the lines that end in whole windows of 32 bytes from bytes + i
     // on, below end, as long as the windows hold LFs alone or CR LF pairs
     // and the piece has room for all of their lines; offset turns a place
-    // in bytes into a line start. Gives the place of the first window not
-    // taken. The counters stay in registers here.
+    // in bytes into a line start; while watched a foreign control byte
+    // stops them too. Gives the place of the first window not taken. The
+    // counters stay in registers here.
     uint32_t AddPlainLines(const unsigned char* bytes, uint32_t i, uint32_t end, uint32_t offset,
-                           uint32_t& lineStart, bool& sawLf)
+                           uint32_t& lineStart, bool& sawLf, bool watch)
     {
         uint64_t n = count, most = longest;
         uint32_t start = lineStart;
@@ -147,8 +151,8 @@ struct IndexWriter {
             const uint64_t used = n & (kPieceSize - 1);
             if (used == 0 || used > kPieceSize - 32 || n > INT32_MAX - 40)
                 break;
-            const Terminators found(bytes + i, 32);
-            if (found.crs && !found.OnlyPairs())
+            const Terminators found(bytes + i, 32, watch);
+            if (found.foreign || (found.crs && !found.OnlyPairs()))
                 break;
             lf = lf || (found.lfs && !found.crs);
             for (uint32_t lfs = found.lfs; lfs; lfs &= lfs - 1) {
@@ -172,6 +176,11 @@ bool IsTerminator(int byte)
     return byte == '\r' || byte == '\n';
 }
 
+bool IsForeign(unsigned char byte)
+{
+    return byte < ' ' && (byte < '\t' || byte > '\r');
+}
+
 // The scan of a stretch of the file, from a line start to its end or on to
 // the file's end, into pieces of an index of its own.
 class LineScan
@@ -192,9 +201,6 @@ class LineScan
     // Moves the line ends found before this stretch's control byte one
     // byte on, as a control byte before the stretch moves every one.
     void ShiftAhead();
-    // Gives the last piece back down to the entries it holds, the sentinel
-    // too if there is one: a half-empty piece per stretch would add up.
-    bool Trim(bool sentinel);
 
     bool Shifted() const { return m_shift != 0; }
     unsigned ForeignByte() const { return m_foreign; }
@@ -205,7 +211,7 @@ class LineScan
   private:
     RecordOpenResult Chunk(const unsigned char* bytes, uint32_t count,
                            const CLineFile::ControlByteQuestion* ask);
-    RecordOpenResult ScanRange(const unsigned char* bytes, uint32_t i, uint32_t end);
+    RecordOpenResult ScanRange(const unsigned char* bytes, uint32_t i, uint32_t& end);
     RecordOpenResult EndLine(uint32_t end)
     {
         const RecordOpenResult added = m_index.Add(m_lineStart, end);
@@ -249,16 +255,18 @@ RecordOpenResult LineScan::Run(CByteSource& source, uint32_t to,
 RecordOpenResult LineScan::Chunk(const unsigned char* bytes, uint32_t count,
                                  const CLineFile::ControlByteQuestion* ask)
 {
-    const uint32_t foreign = m_shift ? count : FindForeignByte(bytes, count);
-    if (RecordOpenResult scanned = ScanRange(bytes, 0, foreign))
+    uint32_t end = count;
+    if (RecordOpenResult scanned = ScanRange(bytes, 0, end))
         return scanned;
-    if (foreign < count) {
-        if (ask && *ask && !(*ask)(bytes[foreign]))
+    if (end < count) {
+        if (ask && *ask && !(*ask)(bytes[end]))
             return RECORD_REFUSED;
-        m_foreign = bytes[foreign];
+        m_foreign = bytes[end];
         m_shift = 1;
         m_shiftedFrom = m_index.count;
-        if (RecordOpenResult scanned = ScanRange(bytes, foreign, count))
+        const uint32_t foreign = end;
+        end = count;
+        if (RecordOpenResult scanned = ScanRange(bytes, foreign, end))
             return scanned;
     }
     return RECORD_OPEN;
@@ -277,9 +285,16 @@ RecordOpenResult LineScan::SettleCR(const unsigned char* bytes, uint32_t next)
 }
 
 // The terminators are found 32 bytes at a time, and handled one by one in
-// their order; a CR is settled by the next terminator or by the end.
-RecordOpenResult LineScan::ScanRange(const unsigned char* bytes, uint32_t i, uint32_t end)
+// their order; a CR is settled by the next terminator or by the end. Until
+// the first foreign control byte, that byte ends the range: end is set to
+// it, and a CR right before it waits for the byte to be asked about.
+RecordOpenResult LineScan::ScanRange(const unsigned char* bytes, uint32_t i, uint32_t& end)
 {
+    const bool watch = !m_shift;
+    if (watch && i < end && IsForeign(bytes[i])) {
+        end = i;
+        return RECORD_OPEN;
+    }
     if (m_pendingCR && i < end) {
         const bool pair = bytes[i] == '\n';
         if (RecordOpenResult added = SettleCR(bytes, i))
@@ -290,14 +305,20 @@ RecordOpenResult LineScan::ScanRange(const unsigned char* bytes, uint32_t i, uin
         // Most bytes read have LFs alone or CR LF pairs, and no CR waits.
         if (!m_pendingCR) {
             bool sawLf = false;
-            i = m_index.AddPlainLines(bytes, i, end, m_base + m_shift, m_lineStart, sawLf);
+            i = m_index.AddPlainLines(bytes, i, end, m_base + m_shift, m_lineStart, sawLf, watch);
             if (sawLf)
                 m_terminator = 1;
             if (i >= end)
                 break;
         }
-        const Terminators found(bytes + i, end - i);
-        for (uint32_t hits = found.lfs | found.crs; hits; hits &= hits - 1) {
+        const Terminators found(bytes + i, end - i, watch);
+        uint32_t hits = found.lfs | found.crs;
+        if (found.foreign) {
+            const uint32_t at = static_cast<uint32_t>(__builtin_ctz(found.foreign));
+            hits &= (1u << at) - 1;
+            end = i + at; // the last window
+        }
+        for (; hits; hits &= hits - 1) {
             const uint32_t at = i + static_cast<uint32_t>(__builtin_ctz(hits));
             if (m_pendingCR) {
                 const bool pair = at == m_crAt + 1 && bytes[at] == '\n';
@@ -340,19 +361,6 @@ void LineScan::ShiftAhead()
         longest = std::max<uint64_t>(longest, m_lineStart - entry(m_index.count - 1));
     m_index.longest = longest;
     m_shift = 1;
-}
-
-bool LineScan::Trim(bool sentinel)
-{
-    const uint64_t used = (m_index.count & (kPieceSize - 1)) + (sentinel ? 1 : 0);
-    if (m_index.pieces.empty() || used == 0 || used >= kPieceSize)
-        return true;
-    uint32_t* exact = new (std::nothrow) uint32_t[used];
-    if (!exact)
-        return false;
-    memcpy(exact, m_index.pieces.back().get(), used * sizeof *exact);
-    m_index.pieces.back().reset(exact);
-    return true;
 }
 
 RecordOpenResult LineScan::Finish(uint32_t length, uint32_t shift, int terminator)
@@ -442,42 +450,30 @@ RecordOpenResult SettleStretches(std::vector<LineScan>& scans, uint32_t length,
     if (RecordOpenResult finished = last.Finish(length, last.Shifted() ? 1 : 0, terminator))
         return finished;
     terminator = last.Terminator();
-    return last.Trim(true) ? RECORD_OPEN : RECORD_NOMEMORY;
+    return RECORD_OPEN;
 }
 
-} // namespace
-
-RecordOpenResult CLineFile::Scan()
+// Scans the stretches that end at ends: threads of their own over twins of
+// the source take them one by one, and the caller's thread joins them once
+// its work comes out true. What a thread throws is thrown here.
+RecordOpenResult RunScans(CByteSource& source, std::vector<LineScan>& scans,
+                          const std::vector<uint32_t>& ends,
+                          const CLineFile::ControlByteQuestion* ask,
+                          const std::function<bool()>& first)
 {
-    m_nTerminator = 0;
-    m_stretches.clear();
-    for (uint32_t from : m_nFileLength >= m_nSplitFrom ? FindCuts() : std::vector<uint32_t>{0})
-        m_stretches.push_back(Stretch{from, 0, {}});
-    const size_t count = m_stretches.size();
-    std::vector<LineScan> scans;
-    scans.reserve(count);
-    for (Stretch& stretch : m_stretches)
-        scans.emplace_back(stretch.pieces, stretch.from);
-    // With one stretch its scan asks about a control byte where it meets
-    // it; with more the question waits for them all.
-    const ControlByteQuestion* ask = count == 1 ? &m_question : nullptr;
+    const size_t count = scans.size();
     std::atomic<size_t> next{0};
     std::atomic<bool> stop{false};
     std::vector<RecordOpenResult> results(count, RECORD_OPEN);
-    auto work = [&](CByteSource& source) {
+    auto work = [&](CByteSource& from) {
         for (size_t k; !stop && (k = next++) < count;) {
-            const uint32_t to = k + 1 < count ? m_stretches[k + 1].from : UINT32_MAX;
-            results[k] = scans[k].Run(source, to, ask, stop);
-            // The last stretch is trimmed once its index is finished.
-            if (results[k] == RECORD_OPEN && k + 1 < count && !scans[k].Trim(false))
-                results[k] = RECORD_NOMEMORY;
+            results[k] = scans[k].Run(from, ends[k], ask, stop);
             if (results[k] != RECORD_OPEN)
                 stop = true;
         }
     };
-
     const unsigned cores = std::thread::hardware_concurrency();
-    const size_t helpers = count > 1 ? std::min<size_t>({count - 1, cores > 1 ? cores - 1 : 1, 7}) : 0;
+    const size_t helpers = std::min<size_t>({count - 1, cores > 1 ? cores - 1 : 1, 7});
     std::vector<std::unique_ptr<CByteSource>> twins;
     twins.reserve(helpers); // each thread reads its own while more are made
     std::vector<std::exception_ptr> failures(helpers);
@@ -485,10 +481,9 @@ RecordOpenResult CLineFile::Scan()
     auto joinAll = [&threads] {
         for (std::thread& thread : threads)
             thread.join();
-        threads.clear();
     };
     for (size_t h = 0; h < helpers; ++h) {
-        twins.push_back(m_source->Twin());
+        twins.push_back(source.Twin());
         if (!twins.back())
             break;
         try {
@@ -506,8 +501,8 @@ RecordOpenResult CLineFile::Scan()
     }
     RecordOpenResult result = RECORD_REFUSED;
     try {
-        if (DoWhileOpening()) {
-            work(*m_source);
+        if (first()) {
+            work(source);
             result = RECORD_OPEN;
         }
     } catch (...) {
@@ -522,13 +517,37 @@ RecordOpenResult CLineFile::Scan()
             std::rethrow_exception(failure);
     for (size_t k = 0; k < count && result == RECORD_OPEN; ++k)
         result = results[k];
+    return result;
+}
+
+} // namespace
+
+RecordOpenResult CLineFile::Scan()
+{
+    m_nTerminator = 0;
+    m_stretches.clear();
+    std::vector<uint32_t> ends;
+    for (uint32_t from : m_nFileLength >= m_nSplitFrom ? FindCuts() : std::vector<uint32_t>{0}) {
+        m_stretches.push_back(Stretch{from, 0, {}});
+        if (from)
+            ends.push_back(from);
+    }
+    ends.push_back(UINT32_MAX);
+    std::vector<LineScan> scans;
+    scans.reserve(m_stretches.size());
+    for (Stretch& stretch : m_stretches)
+        scans.emplace_back(stretch.pieces, stretch.from);
+    // With one stretch its scan asks about a control byte where it meets
+    // it; with more the question waits for them all.
+    const bool one = scans.size() == 1;
+    RecordOpenResult result = RunScans(*m_source, scans, ends, one ? &m_question : nullptr,
+                                       [this] { return DoWhileOpening(); });
     if (result == RECORD_OPEN)
-        result = SettleStretches(scans, m_nFileLength, count > 1 ? &m_question : nullptr,
-                                 m_nTerminator);
+        result = SettleStretches(scans, m_nFileLength, one ? nullptr : &m_question, m_nTerminator);
     if (result != RECORD_OPEN)
         return result;
     uint64_t longest = 0, firstLine = 0;
-    for (size_t k = 0; k < count; ++k) {
+    for (size_t k = 0; k < scans.size(); ++k) {
         m_stretches[k].firstLine = static_cast<uint32_t>(firstLine);
         firstLine += scans[k].Count();
         longest = std::max(longest, scans[k].Longest());

@@ -231,6 +231,18 @@ TEST(LineFile, IndexAsAByteWalkGivesIt)
     }
 }
 
+// A CR at the end of one read, and the control byte behind it at the start
+// of the next: the byte moves the CR's line end too.
+TEST(LineFile, ControlByteBehindACrAcrossTheScansReads)
+{
+    for (size_t at : {0x3FFFEu, 0x3FFFFu, 0x40000u}) {
+        const std::string text = std::string(at, 'a') + "\r\x01z\n";
+        CLineFile file(8);
+        ASSERT_EQ(RECORD_OPEN, file.Open(Source(text)));
+        EXPECT_EQ(WalkedIndex(text).starts, Index(file)) << at;
+    }
+}
+
 TEST(LineFile, ControlByteRefusedOrTooLargeLeavesItClosed)
 {
     CLineFile file(8);

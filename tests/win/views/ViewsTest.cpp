@@ -143,6 +143,17 @@ TEST_F(ViewTest, TabsLongLinesSmartHomeAndWords)
         ASSERT_TRUE(view->GetOrderedSelection(start, end));
         EXPECT_EQ(std::make_pair(from, to), std::make_pair(start.col, end.col)) << col;
     }
+
+    // The bar that is off stays off while the other one comes and goes;
+    // turned on it reaches the longest line.
+    ASSERT_EQ(0u, view->m_flags & CF_HSCROLL);
+    Command(ID_SET_SHOWVSCROLL);
+    Command(ID_SET_SHOWVSCROLL);
+    EXPECT_EQ(0, ::GetWindowLongA(view->m_hWnd, GWL_STYLE) & WS_HSCROLL);
+    Command(ID_SET_SHOWHSCROLL);
+    int low = -1, high = -1;
+    ::GetScrollRange(view->m_hWnd, SB_HORZ, &low, &high);
+    EXPECT_EQ(std::make_pair(0, 1000), std::make_pair(low, high));
 }
 
 TEST_F(ViewTest, CopyJoinsLinesWithCrLfWhateverTheFileUses)
