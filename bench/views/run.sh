@@ -21,6 +21,6 @@ for _ in $(seq "$runs"); do
     times+=($(( ($(date +%s%N) - start) / 1000000 )))
 done
 sorted=($(printf '%s\n' "${times[@]}" | sort -n))
-echo "wc -l: $lines lines; $runs runs: fastest ${sorted[0]} ms, median ${sorted[$((runs / 2))]} ms"
+echo "wc -l: $lines lines; $runs runs: fastest ${sorted[0]} ms, median ${sorted[$((runs / 2))]} ms, slowest ${sorted[$((runs - 1))]} ms"
 export KM_BENCH_RUNS=$runs
 "$root/bench/support/run-under-wine.sh" views_bench bench/views/views_bench.exe "Z:${file//\//\\}"
