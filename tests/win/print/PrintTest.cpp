@@ -138,6 +138,22 @@ TEST_F(PrintTest, SelectionOverLinesWithTabsAndAThreePartHeader)
     EXPECT_TRUE(page[0].x < page[1].x && page[1].x < page[2].x && page[0].y == page[2].y);
 }
 
+// Cancel in the box that shows while a long job prints: the job is dropped
+// whole, no failure is reported, and the frame takes input again.
+TEST_F(PrintTest, CancelWhilePrintingDropsTheJob)
+{
+    std::string text;
+    for (int i = 1; i <= 3000; ++i)
+        text += "line " + std::to_string(i) + "\r\n";
+    SetText(text);
+    ::DeleteFileA(kOutput);
+    m_boxes.Queue({IDOK, IDCANCEL});
+    Command(ID_FILE_PRINT);
+    EXPECT_FALSE(PumpUntil([] { return Exists(kOutput); }, 3000)) << "the job came out";
+    ASSERT_EQ(2u, m_boxes.Boxes().size()) << "the print dialog and the printing box only";
+    EXPECT_TRUE(::IsWindowEnabled(m_frameWnd));
+}
+
 TEST_F(PrintTest, PageSetupMarginsInTheRegionsUnitsAndDecimalMark)
 {
     const struct {
