@@ -413,13 +413,55 @@ RecordOpenResult CLineFile::Open(std::unique_ptr<CByteSource> source)
 uint32_t CLineFile::LineStart(int32_t line) const
 {
     uint32_t n = static_cast<uint32_t>(line);
-    auto stretch = m_stretches.begin();
-    if (m_stretches.size() > 1)
-        stretch = std::upper_bound(m_stretches.begin(), m_stretches.end(), n,
-                                   [](uint32_t n, const Stretch& s) { return n < s.firstLine; }) -
-                  1;
-    n -= stretch->firstLine;
-    return stretch->pieces[n >> kPieceShift][n & (kPieceSize - 1)];
+    // Lines are mostly read one after another: the stretch of the last
+    // look-up is tried first.
+    const size_t count = m_stretches.size();
+    size_t k = m_lastStretch < count ? m_lastStretch : 0;
+    if (n < m_stretches[k].firstLine || (k + 1 < count && n >= m_stretches[k + 1].firstLine)) {
+        k = static_cast<size_t>(
+            std::upper_bound(m_stretches.begin(), m_stretches.end(), n,
+                             [](uint32_t n, const Stretch& s) { return n < s.firstLine; }) -
+            m_stretches.begin() - 1);
+        m_lastStretch = k;
+    }
+    n -= m_stretches[k].firstLine;
+    return m_stretches[k].pieces[n >> kPieceShift][n & (kPieceSize - 1)];
+}
+
+int32_t CLineFile::LineOf(uint32_t offset) const
+{
+    int32_t low = 0, high = m_nRecordCount; // the line is in [low, high)
+    while (high - low > 1) {
+        const int32_t middle = low + (high - low) / 2;
+        if (LineStart(middle) <= offset)
+            low = middle;
+        else
+            high = middle;
+    }
+    return low;
+}
+
+int32_t CLineFile::NextLineHolding(const PatternNeedle& needle, int32_t from)
+{
+    const uint32_t kPiece = 0x10000;
+    const bool crossesLines = memchr(needle.bytes, '\n', size_t(needle.length)) ||
+                              memchr(needle.bytes, '\r', size_t(needle.length));
+    if (from >= m_nRecordCount || needle.length <= 0 || crossesLines)
+        return from;
+    if (m_piece.empty())
+        m_piece.resize(kPiece);
+    uint32_t at = LineStart(from);
+    const uint32_t overlap = static_cast<uint32_t>(needle.length) - 1;
+    while (at < m_nFileLength) {
+        const uint32_t count = ReadAt(at, m_piece.data(), std::min(kPiece, m_nFileLength - at));
+        const int found = FindNeedle(needle, m_piece.data(), static_cast<int>(count));
+        if (found >= 0)
+            return LineOf(at + static_cast<uint32_t>(found));
+        if (count <= overlap || at + count >= m_nFileLength)
+            break;
+        at += count - overlap;
+    }
+    return m_nRecordCount;
 }
 
 namespace
@@ -623,14 +665,8 @@ int CLineFile::ReadRecord(char* dest, int max)
     if (m_nCurRecord < 0 || m_nCurRecord >= m_nRecordCount)
         return -1;
     const uint32_t span = LineStart(m_nCurRecord + 1) - LineStart(m_nCurRecord);
-    int stored = 0;
-    for (uint32_t i = 0; i < span; ++i) {
-        const int byte = ReadByte();
-        if (byte < 0)
-            break;
-        if (stored < max)
-            dest[stored++] = static_cast<char>(byte);
-    }
+    const uint32_t keep = max > 0 ? static_cast<uint32_t>(max) : 0;
+    int stored = static_cast<int>(std::min(TakeBytes(dest, span, keep), keep));
     while (stored > 0 && IsTerminator(static_cast<unsigned char>(dest[stored - 1])))
         --stored;
     ++m_nCurRecord;

@@ -2,6 +2,7 @@
 // starts built at open, by one scan or, for a large file, by threads that
 // share its stretches. Platform-free.
 #pragma once
+#include "search/Pattern.h"
 #include "views/RecordFile.h"
 
 #include <functional>
@@ -32,6 +33,13 @@ class CLineFile : public CRecordFile
     int m_nTerminator = 0;
     // Where line n starts; line m_nRecordCount's start closes the last line.
     uint32_t LineStart(int32_t line) const;
+    // The line that holds the byte at offset: the last one starting at or
+    // before it.
+    int32_t LineOf(uint32_t offset) const;
+    // The first line from `from` on whose bytes may hold the needle, read
+    // in large pieces past the block; m_nRecordCount if none does. A needle
+    // with a terminator in it could stand across lines: every line may.
+    int32_t NextLineHolding(const PatternNeedle& needle, int32_t from);
 
     // Files from this size on are cut into stretches of about this many
     // bytes, at least two, each from a line start; threads on twins of the
@@ -55,4 +63,6 @@ class CLineFile : public CRecordFile
 
     ControlByteQuestion m_question;
     std::vector<Stretch> m_stretches;
+    mutable size_t m_lastStretch = 0;
+    std::vector<char> m_piece; // what NextLineHolding reads at a time
 };

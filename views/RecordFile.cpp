@@ -1,6 +1,8 @@
 #include "views/RecordFile.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 namespace
 {
@@ -54,6 +56,19 @@ uint32_t CRecordFile::FillBuffer()
 int CRecordFile::RefillByte()
 {
     return FillBuffer() ? *m_pNext++ : -1;
+}
+
+uint32_t CRecordFile::TakeBytes(void* dest, uint32_t count, uint32_t keep)
+{
+    uint32_t taken = 0;
+    while (taken < count && (m_pNext < m_pEnd || FillBuffer())) {
+        const uint32_t run = std::min(count - taken, static_cast<uint32_t>(m_pEnd - m_pNext));
+        if (taken < keep)
+            memcpy(static_cast<unsigned char*>(dest) + taken, m_pNext, std::min(run, keep - taken));
+        m_pNext += run;
+        taken += run;
+    }
+    return taken;
 }
 
 void CRecordFile::SeekOffset(uint32_t offset)

@@ -79,6 +79,9 @@ class CRecordFile
     // The next byte, or -1 at the end; refills invisibly.
     int ReadByte() { return m_pNext < m_pEnd ? *m_pNext++ : RefillByte(); }
     int RefillByte();
+    // Steps over count bytes, refilling as needed, and copies the first
+    // keep of them to dest; the number stepped over, short only at the end.
+    uint32_t TakeBytes(void* dest, uint32_t count, uint32_t keep);
     // Points the reader at a byte offset. Inside the block nothing is read;
     // a step back refills from 2048 bytes before the target, so that going
     // on in either direction stays in the block.

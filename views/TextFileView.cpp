@@ -336,6 +336,10 @@ int CTextFileView::FindText(SearchRequest* request, bool interactive, long, long
     if (frame)
         frame->BeginBusy(false);
     PatternBuffer& pattern = request->m_pattern;
+    // A line without the needle holds no match and needs no search; going
+    // forward, the lines before the next needle need not even be read.
+    const PatternNeedle needle = FindPatternNeedle(&pattern);
+    CLineFile* lines = needle.length ? dynamic_cast<CLineFile*>(m_pFile.get()) : nullptr;
     const bool forward = request->m_bForward != 0;
     const int32_t last = RecordCount() - 1;
     FilePos start, end;
@@ -366,9 +370,15 @@ int CTextFileView::FindText(SearchRequest* request, bool interactive, long, long
             const int length = std::max(0, m_pFile->ReadRecord(text.data(), m_nMaxCols));
             text[static_cast<size_t>(length)] = '\r';
             col = std::min(col, length);
-            if (SearchText(*request, text.data(), length + 1, col)) {
+            if ((!needle.length || FindNeedle(needle, text.data(), length + 1) >= 0) &&
+                SearchText(*request, text.data(), length + 1, col)) {
                 found = true;
                 break;
+            }
+            if (forward && lines && line < last) {
+                line = std::min(lines->NextLineHolding(needle, line + 1), last);
+                col = 0;
+                continue;
             }
             if (forward ? line < last : line > 0) {
                 line += forward ? 1 : -1;

@@ -298,6 +298,56 @@ TEST(LineFile, ReadFailingOnAnotherThreadReachesTheCaller)
     EXPECT_THROW(file.Open(std::move(source)), std::runtime_error);
 }
 
+// The lines passed over unread by a find never hold its needle: needles
+// across the pieces read, at a line's first byte behind a control byte,
+// which moves the line starts a byte on, and nowhere at all.
+TEST(LineFile, NextLineHoldingPassesOnlyLinesWithoutTheNeedle)
+{
+    std::string text;
+    for (int i = 0; text.size() < 200000; ++i)
+        text += std::string(size_t(i * 7 % 90), 'a' + i % 20) + (i % 5 ? "\n" : "\r\n");
+    // The pieces are read from the line start that the find comes from:
+    // from the one at 0x2000 on, the first needle lies across two pieces.
+    const size_t lineStart = text.find('\n', 0x2000) + 1;
+    for (size_t at : {text.find('\n', 0x1000) + 1, lineStart + 0x10000 - 2, size_t(0x20000 - 5),
+                      text.size() - 3})
+        text.replace(at, 4, "zqxw");
+    text.replace(0x18000, 1, "\x01");
+    text.insert(text.find('\n', 0x18000) + 1, "zqxw");
+    CLineFile file(8);
+    file.SetQuestion([](unsigned) { return true; });
+    ASSERT_EQ(RECORD_OPEN, file.Open(Source(text)));
+    const std::vector<uint32_t> starts = Index(file);
+    const int32_t count = file.m_nRecordCount;
+    auto holds = [&](int32_t line, const std::string& needle) {
+        const uint32_t from = starts[size_t(line)], to = starts[size_t(line) + 1];
+        return text.substr(from, to - from).find(needle) != std::string::npos;
+    };
+    for (const char* sought : {"zqxw", "ZQXW", "nowhere", "a\nb"}) {
+        PatternBuffer pattern;
+        pattern.fold_case = sought[0] == 'Z';
+        ASSERT_EQ(0, CompilePattern(sought, int(strlen(sought)), &pattern));
+        const PatternNeedle needle = FindPatternNeedle(&pattern);
+        const std::string plain = pattern.fold_case ? "zqxw" : sought;
+        std::vector<int32_t> froms;
+        for (int32_t from = 0; from <= count; from += from < 3 || count - from < 3 ? 1 : 97)
+            froms.push_back(from);
+        froms.push_back(int32_t(std::find(starts.begin(), starts.end(), lineStart) - starts.begin()));
+        for (int32_t from : froms) {
+            const int32_t next = file.NextLineHolding(needle, from);
+            ASSERT_GE(next, from) << sought << " from " << from;
+            for (int32_t line = from; line < next; ++line)
+                ASSERT_FALSE(holds(line, plain)) << sought << " from " << from << " passes " << line;
+            // Where it stops the needle starts.
+            if (next < count && plain != "a\nb") {
+                EXPECT_LT(text.find(plain, starts[size_t(next)]), starts[size_t(next) + 1])
+                    << sought << " from " << from << " stops at " << next;
+            }
+        }
+        free(pattern.buffer);
+    }
+}
+
 // Lines of all lengths around the block size, read forward, backward and
 // with short buffers, each read leaving the next line to follow.
 TEST(LineFile, ReadsForwardAndBackwardAcrossBlocks)

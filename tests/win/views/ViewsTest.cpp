@@ -209,6 +209,15 @@ TEST_F(ViewTest, TextFindGoesLineByLineAndOffersToRestart)
     EXPECT_EQ((std::vector<std::string>{"Cannot find 'gamma'\nRestart from start?",
                                         "Cannot find 'gamma'"}),
               std::vector<std::string>(texts.begin() + 1, texts.end()));
+
+    // A line that holds the text a match starts with, but no match: the
+    // line right behind it is searched too.
+    view = Open<CTextFileView>("beta\nbeta beta\nz\n", false, "g");
+    ASSERT_NE(nullptr, view);
+    Find("beta.*beta");
+    EXPECT_EQ((std::vector<int32_t>{1, 0, 9}),
+              (std::vector<int32_t>{view->m_posAnchor.line, view->m_posAnchor.col,
+                                    view->m_posCaret.col}));
 }
 
 TEST_F(ViewTest, HexRowsOfOneAndTwoBytesSixteenAndTheTopBitOfAnAddress)
