@@ -107,8 +107,8 @@ bool CFileView::Start(const char* path, UINT icon)
     DWORD style = WS_VISIBLE | WS_HSCROLL | WS_VSCROLL;
     if (theApp.arrange == ARRANGE_MAXIMISED)
         style |= WS_MAXIMIZE;
-    // The window is made while the file is read: a large file's second half
-    // is scanned on another thread meanwhile.
+    // The window is made while the file is read: a large file is scanned
+    // on other threads meanwhile.
     auto makeWindow = [&] {
         return frame && className && Create(className, path, style, kRectDefault, frame);
     };

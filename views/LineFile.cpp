@@ -186,15 +186,16 @@ bool IsForeign(unsigned char byte)
 class LineScan
 {
   public:
-    LineScan(std::vector<std::unique_ptr<uint32_t[]>>& pieces, uint32_t from)
-        : m_index{pieces}, m_lineStart(from), m_base(from)
+    // The stretch from `from` up to `to`, or to the end.
+    LineScan(std::vector<std::unique_ptr<uint32_t[]>>& pieces, uint32_t from, uint32_t to)
+        : m_index{pieces}, m_lineStart(from), m_base(from), m_to(to)
     {
     }
 
-    // Reads up to `to`, or to the end; asks about the first control byte,
-    // or without ask takes it as allowed and keeps it for the caller.
-    RecordOpenResult Run(CByteSource& source, uint32_t to,
-                         const CLineFile::ControlByteQuestion* ask, const std::atomic<bool>& stop);
+    // Reads the stretch; asks about the first control byte, or without ask
+    // takes it as allowed and keeps it for the caller.
+    RecordOpenResult Run(CByteSource& source, const CLineFile::ControlByteQuestion* ask,
+                         const std::atomic<bool>& stop);
     // The last line, a CR that waits and the sentinel, once the stretch
     // before this one is known: with shift 1 when either moved its line ends.
     RecordOpenResult Finish(uint32_t length, uint32_t shift, int terminator);
@@ -227,22 +228,21 @@ class LineScan
     uint32_t m_shift = 0;
     uint64_t m_shiftedFrom = UINT64_MAX; // the first entry stored with the shift
     unsigned m_foreign = 0;              // the control byte that set it
-    uint32_t m_lineStart, m_base;
+    uint32_t m_lineStart, m_base, m_to;
     bool m_pendingCR = false;
     uint32_t m_crAt = 0;
     int m_terminator = 0; // as the file's, 0 while this stretch set none
 };
 
-RecordOpenResult LineScan::Run(CByteSource& source, uint32_t to,
-                               const CLineFile::ControlByteQuestion* ask,
+RecordOpenResult LineScan::Run(CByteSource& source, const CLineFile::ControlByteQuestion* ask,
                                const std::atomic<bool>& stop)
 {
     std::unique_ptr<unsigned char[]> chunk(new (std::nothrow) unsigned char[kScanChunk]);
     if (!chunk)
         return RECORD_NOMEMORY;
     source.Seek(m_base);
-    while (m_base < to && !stop) {
-        const uint32_t count = source.Read(chunk.get(), std::min(kScanChunk, to - m_base));
+    while (m_base < m_to && !stop) {
+        const uint32_t count = source.Read(chunk.get(), std::min(kScanChunk, m_to - m_base));
         if (!count)
             break;
         if (RecordOpenResult scanned = Chunk(chunk.get(), count, ask))
@@ -495,11 +495,10 @@ RecordOpenResult SettleStretches(std::vector<LineScan>& scans, uint32_t length,
     return RECORD_OPEN;
 }
 
-// Scans the stretches that end at ends: threads of their own over twins of
+// Runs the scans of the stretches: threads of their own over twins of
 // the source take them one by one, and the caller's thread joins them once
 // its work comes out true. What a thread throws is thrown here.
 RecordOpenResult RunScans(CByteSource& source, std::vector<LineScan>& scans,
-                          const std::vector<uint32_t>& ends,
                           const CLineFile::ControlByteQuestion* ask,
                           const std::function<bool()>& first)
 {
@@ -509,7 +508,7 @@ RecordOpenResult RunScans(CByteSource& source, std::vector<LineScan>& scans,
     std::vector<RecordOpenResult> results(count, RECORD_OPEN);
     auto work = [&](CByteSource& from) {
         for (size_t k; !stop && (k = next++) < count;) {
-            results[k] = scans[k].Run(from, ends[k], ask, stop);
+            results[k] = scans[k].Run(from, ask, stop);
             if (results[k] != RECORD_OPEN)
                 stop = true;
         }
@@ -568,21 +567,17 @@ RecordOpenResult CLineFile::Scan()
 {
     m_nTerminator = 0;
     m_stretches.clear();
-    std::vector<uint32_t> ends;
-    for (uint32_t from : m_nFileLength >= m_nSplitFrom ? FindCuts() : std::vector<uint32_t>{0}) {
+    for (uint32_t from : m_nFileLength >= m_nSplitFrom ? FindCuts() : std::vector<uint32_t>{0})
         m_stretches.push_back(Stretch{from, 0, {}});
-        if (from)
-            ends.push_back(from);
-    }
-    ends.push_back(UINT32_MAX);
     std::vector<LineScan> scans;
     scans.reserve(m_stretches.size());
-    for (Stretch& stretch : m_stretches)
-        scans.emplace_back(stretch.pieces, stretch.from);
+    for (size_t k = 0; k < m_stretches.size(); ++k)
+        scans.emplace_back(m_stretches[k].pieces, m_stretches[k].from,
+                           k + 1 < m_stretches.size() ? m_stretches[k + 1].from : UINT32_MAX);
     // With one stretch its scan asks about a control byte where it meets
     // it; with more the question waits for them all.
     const bool one = scans.size() == 1;
-    RecordOpenResult result = RunScans(*m_source, scans, ends, one ? &m_question : nullptr,
+    RecordOpenResult result = RunScans(*m_source, scans, one ? &m_question : nullptr,
                                        [this] { return DoWhileOpening(); });
     if (result == RECORD_OPEN)
         result = SettleStretches(scans, m_nFileLength, one ? nullptr : &m_question, m_nTerminator);

@@ -53,7 +53,7 @@ class CRecordFile
     virtual int32_t SeekRecord(int32_t record) = 0;
     virtual void SetTabWidth(int width) = 0;
 
-    // Raw access past the record buffer, for the hex view's search.
+    // Raw access past the record buffer, for the views' searches.
     uint32_t ReadAt(uint32_t offset, void* buffer, uint32_t count);
 
     // Work of the caller's, done once by a successful Open once the file is
